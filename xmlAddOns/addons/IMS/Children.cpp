@@ -1,0 +1,333 @@
+// The start tags of a handler's direct children: which are accepted, and who takes them.
+#include "Engines.h"
+#include "Handler.h"
+#include "rtXmlNamespace.h"
+#include "rtxText.h"
+
+#include <string.h>
+
+namespace ims {
+
+namespace {
+
+// One start tag on its way.
+struct StartTag {
+  const char *localName;
+  const char *qualifiedName;
+  const char *const *attributes;
+};
+
+// ---- Which children are accepted ------------------------------------------------------------------------------
+
+// An element that has no place here.
+template <class Handler> int refuse(Handler *handler, const StartTag &tag) {
+  if (!counted(handler)) return skip(handler, STATUS_OK);
+  rtxErrAddStrParm(handler->context, tag.qualifiedName);
+  return skip(handler, record(handler, STATUS_UNEXPECTED_ELEMENT, nullptr, step::refused));
+}
+
+// A child of another name than the only one that this type has.
+template <class Handler> int refuseName(Handler *handler, const StartTag &tag) {
+  if (!counted(handler)) return skip(handler, STATUS_OK);
+  rtxErrAddStrParm(handler->context, typeOf(handler).fields[0].name);
+  rtxErrAddStrParm(handler->context, tag.qualifiedName);
+  return skip(handler, record(handler, STATUS_ROOT_MISMATCH, nullptr, step::refused));
+}
+
+// The namespace index of the child's name, with the declarations of its own start tag in force.
+template <class Handler> int namespaceIndexOf(Handler *handler, const StartTag &tag, int &index) {
+  RuntimeContext *ctx = handler->context;
+  int status = rtXmlNSPush(ctx);
+  if (status != 0) return status;
+  for (const char *const *attribute = tag.attributes; attribute && attribute[0]; attribute += 2) {
+    const char *name = attribute[0];
+    if (name[0] != 'x' || name[1] != 'm' || name[2] != 'l' || name[3] != 'n' || name[4] != 's') continue;
+    status = rtXmlNSAddPrefixLink(ctx, name[5] == ':' ? name + 6 : nullptr, attribute[1], nullptr, 0);
+    if (status != 0) break;
+  }
+  if (status == 0) {
+    const char *prefix = nullptr;
+    status = rtXmlDecQName(ctx, tag.qualifiedName, nullptr, &prefix);
+    index = rtXmlNSGetIndex(ctx, prefix);
+  }
+  rtXmlNSPop(ctx);
+  return status;
+}
+
+// The element id of a child by the tables. False: it is refused, and status is what the callback returns.
+template <class Handler> bool lookUp(Handler *handler, const StartTag &tag, int &status) {
+  const TypeSchema &type = typeOf(handler);
+  RuntimeContext *ctx = handler->context;
+  int index = RTXML_NS_NONE;
+  status = namespaceIndexOf(handler, tag, index);
+  if (status != 0) {
+    if (counted(handler)) pass(handler, status, nullptr, step::scope);
+    skip(handler, status);
+    return false;
+  }
+  uint16_t id = rtSaxGetElemID8(&handler->contentState, handler->elementId, tag.localName, index, type.elements,
+                                type.states, type.elementCount, type.stateCount);
+  if (id == RTSAX_NO_ELEMENT && has(type, refusesAtOnce)) {
+    status = refuse(handler, tag);
+    return false;
+  }
+  if (id == RTSAX_NO_ELEMENT) {
+    id = rtSaxLookupElemID8(ctx, &handler->contentState, handler->elementId, tag.localName, tag.qualifiedName, -1,
+                            type.elements, type.states, type.elementCount, type.stateCount);
+    if (id == RTSAX_NO_ELEMENT) {
+      status = pass(handler, rtxErrGetLastError(ctx), nullptr, step::lookup);
+      return false;
+    }
+  }
+  handler->elementId = static_cast<int16_t>(id);
+  return true;
+}
+
+// ---- Who takes them -------------------------------------------------------------------------------------------
+
+void *newItem(RuntimeContext *ctx, size_t size) {
+  void *item = rtxMemHeapAlloc(ctx, size);
+  if (item) memset(item, 0, size);
+  return item;
+}
+
+// A delegate that did not take its start tag is gone at once.
+template <class Handler> void dropDelegate(Handler *handler) {
+  RtSaxHandler *delegate = handler->delegate;
+  rtxMemHeapFreePtr(handler->context, delegate->delegateStorage);
+  delegate->delegateStorage = nullptr;
+  handler->delegate = nullptr;
+}
+
+// Hands a child to a handler of its type.
+template <class Handler>
+int delegateRecord(Handler *handler, const TypeSchema &type, void *target, const StartTag &tag) {
+  if (!handler->delegateStorage) return skipForStorage(handler);
+  auto *delegate = static_cast<Handler *>(handler->delegateStorage);
+  // Without storage for delegates of its own the child refuses those that need one, and says so then.
+  if constexpr (fillsRecord<Handler>) {
+    initHandler(handler->context, type, delegate, target, 0);
+  } else {
+    (void)target;
+    initHandler(handler->context, type, delegate, 0);
+  }
+  handler->delegate = reinterpret_cast<RtSaxHandler *>(delegate);
+  handler->foreignDelegate = false;
+  int status = startOwn(delegate, tag.localName, tag.attributes);
+  if (delegate->level > 0) {
+    ++handler->level;
+  } else {
+    dropDelegate(handler);
+  }
+  return status;
+}
+
+// Hands a foreign child to the runtime's handler, which keeps it as text.
+int delegateForeign(SaxTypeHandler *handler, RtxXmlString *entry, const StartTag &tag) {
+  RuntimeContext *ctx = handler->context;
+  void *block = handler->delegateStorage;
+  if (!block || SAXAnyInit(ctx, block, entry, 0) != 0) return skipForStorage(handler);
+  handler->delegate = static_cast<RtSaxHandler *>(block);
+  handler->foreignDelegate = true;
+  int status = SAXAnyStartElement(block, tag.localName, tag.qualifiedName, tag.attributes);
+  if (status == 0) {
+    ++handler->level;
+  } else {
+    dropDelegate(handler);
+  }
+  return status;
+}
+
+// Puts an item into its list now, or keeps it until its element has ended.
+bool placeItem(SaxTypeHandler *handler, const Field &field, RtxList &list, void *item) {
+  if (has(field, appendedAtEnd)) {
+    handler->pendingItem = item;
+    return true;
+  }
+  return rtxDListAppend(handler->context, &list, item) != nullptr;
+}
+
+int startForeignItem(SaxTypeHandler *handler, const Field &field, RtxList &list, const StartTag &tag) {
+  RuntimeContext *ctx = handler->context;
+  auto *entry = static_cast<RtxXmlString *>(newItem(ctx, sizeof(RtxXmlString)));
+  if (!entry) return skipForStorage(handler);
+  if (!placeItem(handler, field, list, entry)) {
+    rtxMemHeapFreePtr(ctx, entry);
+    return skipForStorage(handler);
+  }
+  return delegateForeign(handler, entry, tag);
+}
+
+int startRecordItem(SaxTypeHandler *handler, const Field &field, const StartTag &tag) {
+  RuntimeContext *ctx = handler->context;
+  void *item = newItem(ctx, field.type->size);
+  if (!item) return skipForStorage(handler);
+  initRecord(ctx, *field.type, item);
+  if (!placeItem(handler, field, listAt(handler->record, field), item)) {
+    rtxMemHeapFreePtr(ctx, item);
+    return skipForStorage(handler);
+  }
+  return delegateRecord(handler, *field.type, item, tag);
+}
+
+void markPresent(SaxTypeHandler *handler, const Field &field) {
+  if (has(field, required)) {
+    handler->seenRequired |= field.bit;
+  } else if (field.bit != 0) {
+    presenceOf(handler->record) |= field.bit;
+  }
+}
+
+// Starts the alternative that this child is, in a choice that is ready for it.
+int startAlternative(SaxTypeHandler *handler, void *choice, const Field &alternative, const StartTag &tag) {
+  switch (alternative.kind) {
+  case Kind::record: {
+    void *target = static_cast<char *>(choice) + alternative.offset;
+    initRecord(handler->context, *alternative.type, target);
+    return delegateRecord(handler, *alternative.type, target, tag);
+  }
+  case Kind::foreign: return delegateForeign(handler, &memberAt<RtxXmlString>(choice, alternative), tag);
+  case Kind::foreignList: return startForeignItem(handler, alternative, listAt(choice, alternative), tag);
+  default: // a text, which is converted at its end
+    ++handler->level;
+    return STATUS_OK;
+  }
+}
+
+// The choice that a child of a choice list fills: a new item, but a run of foreign elements shares one.
+void *choiceFor(SaxTypeHandler *handler, const Field &field, uint16_t selector) {
+  RuntimeContext *ctx = handler->context;
+  RtxList &list = listAt(handler->record, field);
+  bool joins = field.type->fields[selector - 1].kind == Kind::foreignList;
+  if (joins && list.tail && selectorOf(list.tail->data) == selector) return list.tail->data;
+  void *item = newItem(ctx, field.type->size);
+  if (!item) return nullptr;
+  initRecord(ctx, *field.type, item);
+  if (!rtxDListAppend(ctx, &list, item)) {
+    rtxMemHeapFreePtr(ctx, item);
+    return nullptr;
+  }
+  selectorOf(item) = selector;
+  return item;
+}
+
+// Fills the record with an accepted child.
+int startField(SaxTypeHandler *handler, const Field &field, const StartTag &tag) {
+  void *member = static_cast<char *>(handler->record) + field.offset;
+  auto selector = static_cast<uint16_t>(handler->elementId - field.id + 1);
+  switch (field.kind) {
+  case Kind::record:
+    markPresent(handler, field);
+    initRecord(handler->context, *field.type, member);
+    return delegateRecord(handler, *field.type, member, tag);
+  case Kind::recordList: return startRecordItem(handler, field, tag);
+  case Kind::choice:
+    selectorOf(member) = selector;
+    return startAlternative(handler, member, field.type->fields[selector - 1], tag);
+  case Kind::choiceList: {
+    void *choice = choiceFor(handler, field, selector);
+    if (!choice) return skipForStorage(handler);
+    return startAlternative(handler, choice, field.type->fields[selector - 1], tag);
+  }
+  case Kind::foreign:
+    markPresent(handler, field);
+    *static_cast<RtxXmlString *>(member) = {false, nullptr};
+    return delegateForeign(handler, static_cast<RtxXmlString *>(member), tag);
+  case Kind::foreignList: return startForeignItem(handler, field, listAt(handler->record, field), tag);
+  default:
+    handler->hex = {0, 0};
+    ++handler->level;
+    return STATUS_OK;
+  }
+}
+
+// Checks an accepted child: only records have a handler, foreign elements are not looked into.
+int startField(VsaxTypeHandler *handler, const Field &field, const StartTag &tag) {
+  const Field *part = &field;
+  if (field.kind == Kind::choice || field.kind == Kind::choiceList)
+    part = &field.type->fields[handler->elementId - field.id];
+  if (part->kind == Kind::record || part->kind == Kind::recordList)
+    return delegateRecord(handler, *part->type, nullptr, tag);
+  handler->hex = {0, 0};
+  ++handler->level;
+  return STATUS_OK;
+}
+
+} // namespace
+
+const Field &fieldOfElement(const TypeSchema &type, int id) {
+  const Field *found = type.fields;
+  for (const Field &field : fieldsOf(type)) {
+    if (field.part != Part::element || field.id > id) break;
+    found = &field;
+  }
+  return *found;
+}
+
+template <class Handler>
+int startChild(Handler *handler, const char *localName, const char *qualifiedName, const char *const *attributes) {
+  const TypeSchema &type = typeOf(handler);
+  RuntimeContext *ctx = handler->context;
+  StartTag tag = {localName, qualifiedName, attributes};
+  ctx->state = XMLSTATE_IN_ELEMENT;
+  int status = STATUS_OK;
+  switch (type.content) {
+  case Content::elements:
+    if (!lookUp(handler, tag, status)) return status;
+    break;
+  case Content::named:
+    if (rtXmlStrCmpAsc(localName, type.elements[0].name) != 0) return refuseName(handler, tag);
+    handler->elementId = 0;
+    break;
+  case Content::anything: handler->elementId = 0; break;
+  default: return refuse(handler, tag);
+  }
+  status = startField(handler, fieldOfElement(type, handler->elementId), tag);
+  // A child that nobody else looks at must not carry attributes.
+  bool accepted = handler->level > 1;
+  if (accepted && attributes && attributes[0] && !handler->delegate && type.content != Content::anything) {
+    int reported = rtSaxReportUnexpAttrs(ctx, attributes, type.elements[handler->elementId].name);
+    if (reported != 0) pass(handler, reported, nullptr, step::unexpectedAttributes);
+  }
+  if constexpr (fillsRecord<Handler>) {
+    if (!accepted) discardPending(handler);
+  }
+  return status;
+}
+
+void discardPending(SaxTypeHandler *handler) {
+  void *item = handler->pendingItem;
+  if (!item) return;
+  const Field &field = fieldOfElement(typeOf(handler), handler->elementId);
+  if (field.kind == Kind::recordList) {
+    discardRecord(handler->context, *field.type, item);
+  } else {
+    rtxMemHeapFreePtr(handler->context, static_cast<RtxXmlString *>(item)->value);
+  }
+  rtxMemHeapFreePtr(handler->context, item);
+  handler->pendingItem = nullptr;
+}
+
+template <class Handler> void endDelegate(Handler *handler) {
+  RuntimeContext *ctx = handler->context;
+  RtSaxHandler *delegate = handler->delegate;
+  if (delegate->release) delegate->release(ctx, delegate);
+  dropDelegate(handler);
+  if constexpr (fillsRecord<Handler>) {
+    void *item = handler->pendingItem;
+    if (!item) return;
+    const Field &field = fieldOfElement(typeOf(handler), handler->elementId);
+    if (!rtxDListAppend(ctx, &listAt(handler->record, field), item)) {
+      skipForStorage(handler);
+      discardPending(handler);
+    }
+    handler->pendingItem = nullptr;
+  }
+}
+
+template int startChild(SaxTypeHandler *, const char *, const char *, const char *const *);
+template int startChild(VsaxTypeHandler *, const char *, const char *, const char *const *);
+template void endDelegate(SaxTypeHandler *);
+template void endDelegate(VsaxTypeHandler *);
+
+} // namespace ims

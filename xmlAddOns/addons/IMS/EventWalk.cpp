@@ -1,0 +1,165 @@
+// One walk over the reader's events for decoding and validating: levels, and the chain of handlers.
+//
+// A handler counts the open elements from its own on. Level 0 is before its own start tag, 1 between its children,
+// 2 and more inside a child. Complex children have a handler of their own in their parent's delegate storage, so the
+// open complex elements are a chain of handlers. An event is for the last of them; the others only count along.
+// They count a start tag only if the last one did, since an element that was refused sends no end tag.
+#include "Engines.h"
+#include "Handler.h"
+#include "rtXmlNamespace.h"
+#include "rtxText.h"
+
+#include <string.h>
+
+namespace ims {
+
+namespace {
+
+// A block that only shows that the handler has its storage; types without complex children never use it.
+constexpr size_t minimalStorage = sizeof(void *);
+
+template <class Handler> size_t storageFor(const TypeSchema &type) {
+  bool delegating = has(type, delegatesRecords) || (fillsRecord<Handler> && has(type, delegatesForeign));
+  return delegating ? size_t{RTSAX_DELEGATE_SIZE} : minimalStorage;
+}
+
+template <class Handler>
+int setUp(RuntimeContext *ctx, const TypeSchema &type, Handler *handler, const HandlerCallbacks &callbacks,
+          int32_t level) {
+  memset(handler, 0, sizeof(Handler));
+  handler->startElement = callbacks.startElement;
+  handler->endElement = callbacks.endElement;
+  handler->characters = callbacks.characters;
+  handler->context = ctx;
+  handler->level = level;
+  handler->startLevel = level;
+  handler->type = &type;
+  rtxMemBufReset(collectionOf(ctx));
+  handler->delegateStorage = rtxMemHeapAlloc(ctx, storageFor<Handler>(type));
+  return handler->delegateStorage ? STATUS_OK : STATUS_NO_MEMORY;
+}
+
+// The trace of one callback.
+template <class Handler> class Trace {
+public:
+  Trace(Handler *traced, const char *name, const char *elementName)
+      : handler(traced), function(name), element(elementName) {
+    rtSaxDiagStartFunc(handler, function, element);
+  }
+  ~Trace() { rtSaxDiagEndFunc(handler, function, element); }
+  Trace(const Trace &) = delete;
+  Trace &operator=(const Trace &) = delete;
+
+private:
+  Handler *handler;
+  const char *function;
+  const char *element;
+};
+
+} // namespace
+
+int initHandler(RuntimeContext *ctx, const TypeSchema &type, SaxTypeHandler *handler, void *record, int32_t level) {
+  int status = setUp(ctx, type, handler, type.decoding, level);
+  handler->record = record;
+  return status;
+}
+
+int initHandler(RuntimeContext *ctx, const TypeSchema &type, VsaxTypeHandler *handler, int32_t level) {
+  return setUp(ctx, type, handler, type.validating, level);
+}
+
+template <class Handler> int startOwn(Handler *handler, const char *localName, const char *const *attributes) {
+  RuntimeContext *ctx = handler->context;
+  if (handler->rootName && !rtxUTF8StrEqual(handler->rootName, localName) && counted(handler)) {
+    rtxErrAddStrParm(ctx, handler->rootName);
+    rtxErrAddStrParm(ctx, localName);
+    record(handler, STATUS_ROOT_MISMATCH, nullptr, step::rootName);
+  }
+  int status = rtXmlNSPush(ctx);
+  if (status != 0) {
+    if (counted(handler)) pass(handler, status, nullptr, step::scope);
+    return skip(handler, status);
+  }
+  ctx->state = XMLSTATE_IN_ELEMENT;
+  readAttributes(handler, attributes);
+  ++handler->level;
+  return STATUS_OK;
+}
+
+template <class Handler>
+int startElement(Handler *handler, const char *localName, const char *qualifiedName, const char *const *attributes,
+                 const char *function) {
+  Trace<Handler> trace(handler, function, localName);
+  Handler *last = lastOf(handler);
+  int32_t before = last->level;
+  int status = STATUS_OK;
+  if (before == 0) {
+    status = startOwn(last, localName, attributes);
+  } else if (before == 1) {
+    status = startChild(last, localName, qualifiedName, attributes);
+  } else {
+    if (last->delegate) status = last->delegate->startElement(last->delegate, localName, qualifiedName, attributes);
+    if (status == 0) ++last->level;
+  }
+  if (last->level == before) return status;
+  // The child's own handler, if it got one just now, has counted for itself.
+  for (Handler *ancestor = handler; ancestor != last; ancestor = ownDelegate(ancestor))
+    ++ancestor->level;
+  return status;
+}
+
+template <class Handler> int characters(Handler *handler, const char *bytes, size_t length, const char *function) {
+  Trace<Handler> trace(handler, function, nullptr);
+  if (!collects(handler->context)) return STATUS_OK;
+  Handler *last = lastOf(handler);
+  int32_t textLevel = typeOf(last).content == Content::text ? 1 : 2;
+  if (last->level < textLevel) return STATUS_OK;
+  return last->delegate ? last->delegate->characters(last->delegate, bytes, length) : collect(last, bytes, length);
+}
+
+template <class Handler>
+int endElement(Handler *handler, const char *localName, const char *qualifiedName, const char *function) {
+  Trace<Handler> trace(handler, function, localName);
+  Handler *last = handler;
+  Handler *owner = nullptr;
+  --last->level;
+  while (Handler *delegate = ownDelegate(last)) {
+    owner = last;
+    last = delegate;
+    --last->level;
+  }
+  int status = STATUS_OK;
+  if (last->level == 0) {
+    status = endOwn(last);
+    if (owner) endDelegate(owner);
+  } else if (last->delegate) {
+    status = last->delegate->endElement(last->delegate, localName, qualifiedName);
+    if (last->level == 1) endDelegate(last);
+  } else if (last->level == 1) {
+    status = endChild(last, qualifiedName);
+  }
+  return status;
+}
+
+template <class Handler> void releaseDelegates(Handler *handler) {
+  if (Handler *delegate = ownDelegate(handler)) releaseDelegates(delegate);
+  if (RtSaxHandler *delegate = handler->delegate) {
+    if (delegate->release) delegate->release(handler->context, delegate);
+    rtxMemHeapFreePtr(handler->context, delegate->delegateStorage);
+    handler->delegate = nullptr;
+  }
+  if constexpr (fillsRecord<Handler>) discardPending(handler);
+}
+
+template int startOwn(SaxTypeHandler *, const char *, const char *const *);
+template int startOwn(VsaxTypeHandler *, const char *, const char *const *);
+template int startElement(SaxTypeHandler *, const char *, const char *, const char *const *, const char *);
+template int startElement(VsaxTypeHandler *, const char *, const char *, const char *const *, const char *);
+template int characters(SaxTypeHandler *, const char *, size_t, const char *);
+template int characters(VsaxTypeHandler *, const char *, size_t, const char *);
+template int endElement(SaxTypeHandler *, const char *, const char *, const char *);
+template int endElement(VsaxTypeHandler *, const char *, const char *, const char *);
+template void releaseDelegates(SaxTypeHandler *);
+template void releaseDelegates(VsaxTypeHandler *);
+
+} // namespace ims

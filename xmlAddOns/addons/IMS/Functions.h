@@ -1,0 +1,90 @@
+// The exported functions of a module, by family. Each is one line that hands the table of its type, enumeration or
+// document to an engine; a module's sources list which families each of its types has. The prototypes stand in
+// the module's header, where the compiler compares them with these definitions.
+//
+// Tables are named <Type>Schema and <document>Document.
+#pragma once
+
+#include "Engines.h"
+
+// ---- Base file ------------------------------------------------------------------------------------------------
+
+#define QX_INIT(T)                                                                                                     \
+  int QxInit_##T(RuntimeContext *ctx, T *record) { return ims::initRecord(ctx, T##Schema, record); }
+
+#define QX_FREE(T)                                                                                                     \
+  int QxMemFree_##T(RuntimeContext *ctx, T *record) { return ims::freeRecord(ctx, T##Schema, record); }
+
+#define QX_PRINT(T)                                                                                                    \
+  int QxPrint_##T(const char *name, const T *record) { return ims::printRecord(name, T##Schema, record); }
+
+// ---- Encoders -------------------------------------------------------------------------------------------------
+
+#define QX_ENCODE_TYPE(T)                                                                                              \
+  int QxXmlET_##T(RuntimeContext *ctx, const T *record, const char *element, const RtxNamespace *ns) {                 \
+    return ims::encodeType(ctx, T##Schema, record, element, ns);                                                       \
+  }                                                                                                                    \
+  int QxXmlET_##T##_StartElement(RuntimeContext *ctx, const T *record, const char *element, const RtxNamespace *ns) {  \
+    return ims::encodeTypeStart(ctx, T##Schema, record, element, ns);                                                  \
+  }                                                                                                                    \
+  int QxXmlET_##T##_Contents(RuntimeContext *ctx, const T *record, const RtxNamespace *ns) {                           \
+    return ims::encodeTypeContents(ctx, T##Schema, record, ns);                                                        \
+  }                                                                                                                    \
+  int QxXmlET_##T##_EndElement(RuntimeContext *ctx, const char *element, const RtxNamespace *ns) {                     \
+    return ims::encodeTypeEnd(ctx, T##Schema, element, ns);                                                            \
+  }
+
+// element is the root's name as it stands in the functions' names.
+#define QX_ENCODE_DOCUMENT(element, T)                                                                                 \
+  int QxXmlE_##element(RuntimeContext *ctx, const T *record) {                                                         \
+    return ims::encodeDocument(ctx, element##Document, record);                                                        \
+  }                                                                                                                    \
+  int QxXmlE_##element##_StartElement(RuntimeContext *ctx, const T *record) {                                          \
+    return ims::encodeDocumentStart(ctx, element##Document, record);                                                   \
+  }                                                                                                                    \
+  int QxXmlE_##element##_Contents(RuntimeContext *ctx, const T *record) {                                              \
+    return ims::encodeDocumentContents(ctx, element##Document, record);                                                \
+  }                                                                                                                    \
+  int QxXmlE_##element##_EndElement(RuntimeContext *ctx, const T *) {                                                  \
+    return ims::encodeDocumentEnd(ctx, element##Document);                                                             \
+  }
+
+// ---- Document decoders and validators -------------------------------------------------------------------------
+
+#define QX_DECODE_DOCUMENT(element, T)                                                                                 \
+  int QxXmlD_##element(RuntimeContext *ctx, T *record) { return ims::decodeDocument(ctx, element##Document, record); }
+
+#define QX_VALIDATE_DOCUMENT(element)                                                                                  \
+  int QxXmlV_##element(RuntimeContext *ctx) { return ims::validateDocument(ctx, element##Document); }
+
+// ---- Handlers -------------------------------------------------------------------------------------------------
+
+#define QX_HANDLER_CALLBACKS(prefix, T, Handler)                                                                       \
+  int prefix##_##T##_startElement(void *handler, const char *localName, const char *qualifiedName,                     \
+                                  const char *const *attributes) {                                                     \
+    return ims::startElement(static_cast<Handler *>(handler), localName, qualifiedName, attributes, __func__);         \
+  }                                                                                                                    \
+  int prefix##_##T##_characters(void *handler, const char *bytes, size_t length) {                                     \
+    return ims::characters(static_cast<Handler *>(handler), bytes, length, __func__);                                  \
+  }                                                                                                                    \
+  int prefix##_##T##_endElement(void *handler, const char *localName, const char *qualifiedName) {                     \
+    return ims::endElement(static_cast<Handler *>(handler), localName, qualifiedName, __func__);                       \
+  }
+
+#define QX_SAX_HANDLER(T)                                                                                              \
+  int QxSAX_##T##_init(RuntimeContext *ctx, SaxTypeHandler *handler, T *record, int32_t level) {                       \
+    return ims::initHandler(ctx, T##Schema, handler, record, level);                                                   \
+  }                                                                                                                    \
+  QX_HANDLER_CALLBACKS(QxSAX, T, SaxTypeHandler)
+
+#define QX_VSAX_HANDLER(T)                                                                                             \
+  int QxVSAX_##T##_init(RuntimeContext *ctx, VsaxTypeHandler *handler, int32_t level) {                                \
+    return ims::initHandler(ctx, T##Schema, handler, level);                                                           \
+  }                                                                                                                    \
+  QX_HANDLER_CALLBACKS(QxVSAX, T, VsaxTypeHandler)
+
+// The callbacks of a type, for its table.
+#define QX_SAX_CALLBACKS(T)                                                                                            \
+  { QxSAX_##T##_startElement, QxSAX_##T##_endElement, QxSAX_##T##_characters }
+#define QX_VSAX_CALLBACKS(T)                                                                                           \
+  { QxVSAX_##T##_startElement, QxVSAX_##T##_endElement, QxVSAX_##T##_characters }

@@ -1,0 +1,130 @@
+// What the parts of the event walk share: one handler at work, filling a record or only checking.
+#pragma once
+
+#include "Member.h"
+#include "Parameter.h"
+#include "rtXmlDecode.h"
+#include "rtxError.h"
+#include "rtxMemory.h"
+
+#include <type_traits>
+
+namespace ims {
+
+// The two sinks of the walk: a SaxTypeHandler fills a record, a VsaxTypeHandler has none.
+template <class Handler> inline constexpr bool fillsRecord = std::is_same_v<Handler, SaxTypeHandler>;
+template <class Handler> inline constexpr File fileOf = fillsRecord<Handler> ? File::handlers : File::validators;
+
+static_assert(sizeof(SaxTypeHandler) <= RTSAX_DELEGATE_SIZE && sizeof(VsaxTypeHandler) <= RTSAX_DELEGATE_SIZE,
+              "a delegate block holds any handler");
+
+template <class Handler> const TypeSchema &typeOf(const Handler *handler) {
+  return *static_cast<const TypeSchema *>(handler->type);
+}
+
+// The handler's delegate, if it is one of the codec's own.
+template <class Handler> Handler *ownDelegate(const Handler *handler) {
+  return handler->foreignDelegate ? nullptr : reinterpret_cast<Handler *>(handler->delegate);
+}
+
+// The handler at the end of the chain: the one that the next event is for.
+template <class Handler> Handler *lastOf(Handler *handler) {
+  while (Handler *delegate = ownDelegate(handler))
+    handler = delegate;
+  return handler;
+}
+
+// ---- Errors ---------------------------------------------------------------------------------------------------
+
+template <class Handler> const char *pathOf(const Handler *handler) {
+  return typeOf(handler).module->paths[int(fileOf<Handler>)];
+}
+
+template <class Handler> int lineOf(const Handler *handler, const Field *field, uint8_t step) {
+  const TypeSchema &type = typeOf(handler);
+  return siteLine(type, fileOf<Handler>, field ? rowOf(type, *field) : uint8_t{0}, step);
+}
+
+// Starts a record with the parameters added before. field null: the type's own site.
+template <class Handler> int record(Handler *handler, int status, const Field *field, uint8_t step) {
+  return rtxErrSetNewData(handler->context, status, pathOf(handler), lineOf(handler, field, step));
+}
+
+// Adds this place to the trail of a status that came from elsewhere.
+template <class Handler> int pass(Handler *handler, int status, const Field *field, uint8_t step) {
+  return rtxErrSetData(handler->context, status, pathOf(handler), lineOf(handler, field, step));
+}
+
+// Counts an error; true if it is to be recorded.
+template <class Handler> bool counted(Handler *handler) { return rtSaxIncErrors(handler->context) != 0; }
+
+// Leaves out the rest of the current element, whether its error was recorded or not.
+template <class Handler> int skip(Handler *handler, int status) {
+  return rtSaxSetSkipLevelToCurrent(handler->context, status);
+}
+
+// There is no storage for a child: it is left out.
+template <class Handler> int skipForStorage(Handler *handler) {
+  int status = counted(handler) ? record(handler, STATUS_NO_MEMORY, nullptr, step::storage) : STATUS_OK;
+  return skip(handler, status);
+}
+
+// ---- Text -----------------------------------------------------------------------------------------------------
+
+// The buffer in which the context collects a child's text; null without a reader.
+inline RtxMemBuf *collectionOf(RuntimeContext *ctx) { return ctx->reader ? &ctx->reader->text : nullptr; }
+
+inline bool collects(const RuntimeContext *ctx) {
+  return ctx->state == XMLSTATE_IN_ELEMENT || ctx->state == XMLSTATE_IN_TEXT;
+}
+
+// Points the text buffer at what was collected and empties the collection; its bytes stay until the next append.
+inline void viewCollectedText(RuntimeContext *ctx) {
+  RtxMemBuf *collected = collectionOf(ctx);
+  if (!collected) {
+    ctx->buffer = {nullptr, 0, 0, false};
+    return;
+  }
+  char *data = collected->data ? collected->data + collected->start : nullptr;
+  ctx->buffer = {data, 0, collected->used - collected->start, false};
+  rtxMemBufReset(collected);
+}
+
+struct Conversion {
+  int status;
+  bool inRange; // false: the value is one, but not one that the schema allows; recorded if the count allows
+};
+
+// Converts the text buffer into a field of owner, or for a handler without a record only checks that it converts.
+// xmlName is the validator's name for a value out of range.
+template <class Handler> Conversion convert(Handler *handler, const Field &field, void *owner, const char *xmlName);
+
+// ---- Parts of the walk ----------------------------------------------------------------------------------------
+
+// Converts the attributes of the handler's own element.
+template <class Handler> void readAttributes(Handler *handler, const char *const *attributes);
+
+// Deals with the start tag of a direct child; the handler's level goes up if the child is accepted.
+template <class Handler>
+int startChild(Handler *handler, const char *localName, const char *qualifiedName, const char *const *attributes);
+
+// The handler's own start tag; its level becomes 1 if it is accepted.
+template <class Handler> int startOwn(Handler *handler, const char *localName, const char *const *attributes);
+
+// The end of a direct child without a delegate, and of the handler's own element.
+template <class Handler> int endChild(Handler *handler, const char *qualifiedName);
+template <class Handler> int endOwn(Handler *handler);
+
+// Collects a piece of text.
+template <class Handler> int collect(Handler *handler, const char *bytes, size_t length);
+
+// Ends the delegate: its storage goes, and an item that had to wait enters its list.
+template <class Handler> void endDelegate(Handler *handler);
+
+// Gives back an item that never entered its list.
+void discardPending(SaxTypeHandler *handler);
+
+// The field that a child of this id fills.
+const Field &fieldOfElement(const TypeSchema &type, int id);
+
+} // namespace ims

@@ -1,0 +1,371 @@
+// Builds the tables of Schema.h from rows that a person can hold against the schema, and refuses at compile time
+// what cannot be right.
+//
+// A row is one line: ELEMENT, ALTERNATIVE, ATTRIBUTE, CONTENT or CARRIED of a record type and its member, with what the
+// member's C type cannot tell in named options behind it. The kind of a field is deduced from the member, its printed
+// name is the member's, its element or attribute is found by order and compared by name.
+#pragma once
+
+#include "Schema.h"
+
+#include <stddef.h>
+#include <type_traits>
+
+namespace ims {
+
+// Refuses a table: never defined, so that a call of it is no constant expression. The compiler shows the reason.
+void refuse(const char *reason);
+
+// The schema of a record type, where it has one. Specialised by IMS_SCHEMA.
+template <class Record> struct SchemaOf { static constexpr bool exists = false; };
+
+#define IMS_SCHEMA(Record)                                                                                             \
+  extern const ims::TypeSchema Record##Schema;                                                                         \
+  template <> struct ims::SchemaOf<Record> {                                                                           \
+    static constexpr bool exists = true;                                                                               \
+    static constexpr const ims::TypeSchema *schema = &Record##Schema;                                                  \
+  }
+
+struct FieldOptions {
+  uint32_t bit = 0;
+  int flags = 0;
+  uint16_t minimum = 0;
+  uint16_t maximum = 0;
+  const EnumSchema *enumeration = nullptr; // a 16-bit number is a code of it
+  const TypeSchema *items = nullptr;       // a list holds records or choices of it
+  bool foreign = false;                    // a text holds one foreign element
+};
+
+constexpr bool equal(const char *a, const char *b) {
+  for (; *a && *a == *b; ++a, ++b) {
+  }
+  return *a == *b;
+}
+
+template <class Member> constexpr Kind kindOf(const FieldOptions &options) {
+  using M = std::remove_cv_t<Member>;
+  if constexpr (std::is_same_v<M, RtxXmlString>) {
+    return options.foreign ? Kind::foreign : Kind::text;
+  } else if constexpr (std::is_same_v<M, uint32_t>) {
+    return Kind::uint32;
+  } else if constexpr (std::is_same_v<M, uint16_t>) {
+    return options.enumeration ? Kind::enumeration : Kind::uint16;
+  } else if constexpr (std::is_same_v<M, bool>) {
+    return Kind::boolean;
+  } else if constexpr (std::is_same_v<M, double>) {
+    return Kind::decimal;
+  } else if constexpr (std::is_same_v<M, RtxHexBinary>) {
+    return Kind::hexBinary;
+  } else if constexpr (std::is_same_v<M, RtxAnyList>) {
+    return Kind::foreignList;
+  } else if constexpr (std::is_same_v<M, RtxAttrList>) {
+    return Kind::attributeList;
+  } else if constexpr (std::is_same_v<M, RtxNsDeclList>) {
+    return Kind::namespaceList;
+  } else if constexpr (std::is_same_v<M, RtxList>) {
+    if (!options.items) return Kind::textList;
+    return options.items->content == Content::choice ? Kind::choiceList : Kind::recordList;
+  } else {
+    static_assert(SchemaOf<M>::exists, "the member's type has no schema");
+    return SchemaOf<M>::schema->content == Content::choice ? Kind::choice : Kind::record;
+  }
+}
+
+template <class Member>
+constexpr Field makeField(const char *name, size_t offset, Part part, const FieldOptions &options) {
+  Field field{};
+  field.name = name;
+  field.kind = kindOf<Member>(options);
+  field.part = part;
+  field.bit = options.bit;
+  field.offset = static_cast<uint16_t>(offset);
+  field.flags = static_cast<uint16_t>(options.flags);
+  field.minimum = options.minimum;
+  field.maximum = options.maximum;
+  if (offset > UINT16_MAX) refuse("a record is too large");
+  if (field.kind == Kind::enumeration) {
+    field.enumeration = options.enumeration;
+  } else if (field.kind == Kind::recordList || field.kind == Kind::choiceList) {
+    field.type = options.items;
+  } else if constexpr (SchemaOf<std::remove_cv_t<Member>>::exists) {
+    field.type = SchemaOf<std::remove_cv_t<Member>>::schema;
+  }
+  if (options.enumeration && field.kind != Kind::enumeration) refuse("only a 16-bit number can be a code");
+  if (options.items && field.kind != Kind::recordList && field.kind != Kind::choiceList)
+    refuse("only a list has items");
+  if (options.foreign && field.kind != Kind::foreign) refuse("only a text can hold one foreign element");
+  if ((options.minimum || options.maximum) && field.kind != Kind::uint32 && field.kind != Kind::uint16)
+    refuse("only a number has a range");
+  if (equal(name, "items") || field.kind == Kind::foreignList) field.flags |= unnamed;
+  return field;
+}
+
+#define IMS_FIELD(Record, member, part, ...)                                                                           \
+  ims::makeField<decltype(Record::member)>(#member, offsetof(Record, member), part, ims::FieldOptions{__VA_ARGS__})
+
+// A child element, or the foreign elements behind them.
+#define ELEMENT(Record, member, ...) IMS_FIELD(Record, member, ims::Part::element, __VA_ARGS__)
+// One alternative of a choice record.
+#define ALTERNATIVE(Record, member, ...)                                                                               \
+  ims::makeField<decltype(Record::u.member)>(#member, offsetof(Record, u.member), ims::Part::element,                  \
+                                             ims::FieldOptions{__VA_ARGS__})
+// An attribute of the schema.
+#define ATTRIBUTE(Record, member, ...) IMS_FIELD(Record, member, ims::Part::attribute, __VA_ARGS__)
+// The text of an element that has no children.
+#define CONTENT(Record, member) IMS_FIELD(Record, member, ims::Part::content)
+// Foreign attributes and namespace declarations kept with the element.
+#define CARRIED(Record, member) IMS_FIELD(Record, member, ims::Part::carried)
+
+// The rows of a type with their ids in place.
+template <size_t N> struct FieldTable { Field rows[N]; };
+
+// Tables that a type may be without.
+struct ElementTable {
+  const RtSaxElementInfo *rows = nullptr;
+  size_t count = 0;
+  constexpr ElementTable() = default;
+  template <size_t N> constexpr ElementTable(const RtSaxElementInfo (&table)[N]) : rows(table), count(N) {}
+};
+struct StateTable { // a row of cells for each element
+  const uint8_t *cells = nullptr;
+  size_t count = 0;
+  constexpr StateTable() = default;
+  template <size_t N> constexpr StateTable(const uint8_t (&table)[N]) : cells(table), count(N) {}
+};
+struct NameTable {
+  const char *const *names = nullptr;
+  size_t count = 0;
+  constexpr NameTable() = default;
+  template <size_t N> constexpr NameTable(const char *const (&table)[N]) : names(table), count(N) {}
+};
+struct PinnedTable {
+  const PinnedLine *lines = nullptr;
+  size_t count = 0;
+  constexpr PinnedTable() = default;
+  template <size_t N> constexpr PinnedTable(const PinnedLine (&table)[N]) : lines(table), count(N) {}
+};
+
+struct TypeOptions {
+  const char *name;
+  const ModuleSchema *module;
+  uint16_t number;
+  Content content;
+  int flags = 0;
+  ElementTable elements{};
+  StateTable states{};
+  NameTable attributes{};
+  uint32_t requiredAttributes = 0;
+  PinnedTable pinned{};
+  HandlerCallbacks decoding{};
+  HandlerCallbacks validating{};
+};
+
+// Sites of one type fit into a thousand lines.
+inline constexpr size_t maximumFields = 60;
+inline constexpr int stepsPerRow = 16;
+
+// Whether a member carries an element's or attribute's name: the module's prefix, hyphens as underscores, and an
+// underscore behind it where the name alone would be a keyword.
+constexpr bool carriesName(const char *member, const char *prefix, const char *name) {
+  for (; *prefix; ++prefix, ++member)
+    if (*member != *prefix) return false;
+  for (; *name; ++name, ++member)
+    if (*member != (*name == '-' ? '_' : *name)) return false;
+  return *member == '\0' || (member[0] == '_' && member[1] == '\0');
+}
+
+constexpr bool isList(Kind kind) {
+  return kind == Kind::recordList || kind == Kind::textList || kind == Kind::choiceList || kind == Kind::foreignList;
+}
+
+constexpr uint8_t idsOf(const Field &field) {
+  if (field.part == Part::attribute) return 1;
+  if (field.part != Part::element) return 0;
+  return field.kind == Kind::choice || field.kind == Kind::choiceList ? field.type->fieldCount : uint8_t{1};
+}
+
+// Whether a child is handed to a handler of its own, and to whose.
+constexpr int delegationOf(const Field &field) {
+  if (isForeign(field)) return delegatesForeign;
+  if (field.kind == Kind::record || field.kind == Kind::recordList) return delegatesRecords;
+  if (field.kind != Kind::choice && field.kind != Kind::choiceList) return 0;
+  int flags = 0;
+  for (uint8_t i = 0; i < field.type->fieldCount; ++i)
+    flags |= delegationOf(field.type->fields[i]);
+  return flags;
+}
+
+// Compares one field with the element row of its id.
+constexpr void checkElement(const Field &field, const RtSaxElementInfo &element, const char *prefix) {
+  if (isForeign(field) != (element.name[0] == '\0')) refuse("the wildcard stands in another row than its field");
+  if (!isForeign(field) && !carriesName(field.name, prefix, element.name))
+    refuse("an element and its member have different names");
+}
+
+// Gives every field its id and its bit of the handler, and compares the rows with the tables.
+template <class Record, size_t N>
+constexpr FieldTable<N> placeFields(const Field (&rows)[N], const TypeOptions &options) {
+  FieldTable<N> table{};
+  const char *prefix = options.module->memberPrefix;
+  uint8_t elements = 0;
+  uint8_t attributes = 0;
+  uint32_t nextBit = 1;
+  uint32_t nextSeen = 1;
+  for (size_t i = 0; i < N; ++i) {
+    Field &field = table.rows[i];
+    field = rows[i];
+    bool alternative = options.content == Content::choice;
+    if (!alternative && i > 0 && field.offset <= table.rows[i - 1].offset)
+      refuse("the rows are not in the record's order");
+    if (field.bit != 0) {
+      if (field.bit != nextBit) refuse("presence bits are not handed out in order");
+      if (isList(field.kind)) refuse("a list has no presence bit");
+      nextBit <<= 1;
+    }
+    if (field.part == Part::element) {
+      field.id = elements;
+      uint8_t ids = idsOf(field);
+      if (size_t{elements} + ids > options.elements.count) refuse("a field has no row in the element table");
+      bool isChoice = field.kind == Kind::choice || field.kind == Kind::choiceList;
+      for (uint8_t id = 0; id < ids; ++id)
+        checkElement(isChoice ? field.type->fields[id] : field, options.elements.rows[elements + id], prefix);
+      elements = static_cast<uint8_t>(elements + ids);
+      if (alternative && field.kind != Kind::record && field.kind != Kind::text && !isForeign(field))
+        refuse("an alternative is a record, a text or foreign");
+      bool seen = !alternative && field.bit == 0 && !isList(field.kind) && !isChoice && !isForeign(field);
+      if (seen) {
+        field.flags |= required;
+        field.bit = nextSeen;
+        nextSeen <<= 1;
+      }
+    } else if (field.part == Part::attribute) {
+      field.id = attributes++;
+      if (field.id >= options.attributes.count) refuse("a field has no row in the attribute table");
+      if (!carriesName(field.name, prefix, options.attributes.names[field.id]))
+        refuse("an attribute and its member have different names");
+      bool isRequired = (options.requiredAttributes >> field.id & 1) != 0;
+      if (isRequired == (field.bit != 0)) refuse("an attribute is either required or has a presence bit");
+    }
+  }
+  if (options.content != Content::choice && elements != options.elements.count) refuse("an element id has no field");
+  if (attributes != options.attributes.count) refuse("an attribute id has no field");
+  return table;
+}
+
+// The columns of a state table.
+constexpr size_t statesOf(const TypeOptions &options) {
+  return options.states.cells ? options.states.count / options.elements.count : 0;
+}
+
+constexpr void checkStates(const TypeOptions &options) {
+  bool wanted = options.content == Content::elements;
+  if (wanted != (options.states.cells != nullptr)) refuse("only children by tables have states");
+  if (!wanted) return;
+  size_t columns = statesOf(options);
+  if (columns * options.elements.count != options.states.count) refuse("the state table is not rectangular");
+  for (size_t i = 0; i < options.states.count; ++i) {
+    uint8_t next = options.states.cells[i];
+    if (next >= columns && next != RTSAX_NOT_ALLOWED && next != RTSAX_FINAL) refuse("a state leads past its table");
+  }
+}
+
+constexpr void checkPinned(const PinnedTable &pinned) {
+  for (size_t i = 0; i < pinned.count; ++i) {
+    if (pinned.lines[i].line >= 1000 || pinned.lines[i].step >= stepsPerRow) refuse("a pinned line is out of range");
+    for (size_t j = 0; j < i; ++j)
+      if (pinned.lines[i].file == pinned.lines[j].file && pinned.lines[i].line == pinned.lines[j].line)
+        refuse("two sites have one line");
+  }
+}
+
+template <class Record> constexpr bool beginsWithPresence() {
+  if constexpr (requires(Record record) { record.m; }) {
+    static_assert(offsetof(Record, m) == 0, "the presence word comes first");
+    return true;
+  } else {
+    return false;
+  }
+}
+
+// Builds a type from its placed fields.
+template <class Record, size_t N>
+constexpr TypeSchema makeType(const FieldTable<N> &table, const TypeOptions &options) {
+  static_assert(std::is_standard_layout_v<Record> && std::is_trivially_copyable_v<Record>, "records are plain data");
+  static_assert(N <= maximumFields, "too many fields for distinct lines");
+  checkStates(options);
+  checkPinned(options.pinned);
+  if (options.number == 0) refuse("types are numbered from 1");
+  TypeSchema type{};
+  type.name = options.name;
+  type.module = options.module;
+  type.elements = options.elements.rows;
+  type.states = options.states.cells;
+  type.attributeNames = options.attributes.names;
+  type.pinned = options.pinned.lines;
+  type.decoding = options.decoding;
+  type.validating = options.validating;
+  type.requiredAttributes = options.requiredAttributes;
+  type.size = static_cast<uint16_t>(sizeof(Record));
+  type.number = options.number;
+  type.flags = static_cast<uint16_t>(options.flags);
+  type.content = options.content;
+  type.fieldCount = static_cast<uint8_t>(N);
+  type.elementCount = static_cast<uint8_t>(options.elements.count);
+  type.stateCount = static_cast<uint8_t>(statesOf(options));
+  type.attributeCount = static_cast<uint8_t>(options.attributes.count);
+  type.pinnedCount = static_cast<uint8_t>(options.pinned.count);
+  type.firstAttribute = noField;
+  type.value = noField;
+  type.namespaceList = noField;
+  type.attributeList = noField;
+  if (beginsWithPresence<Record>()) type.flags |= hasPresence;
+  bool owned = options.content == Content::choice;
+  type.fields = table.rows;
+  for (size_t i = 0; i < N; ++i) {
+    const Field &field = table.rows[i];
+    auto index = static_cast<uint8_t>(i);
+    if (field.bit != 0 && !has(field, required) && !has(type, hasPresence))
+      refuse("a presence bit without a presence word");
+    if (field.part != Part::attribute) owned = true;
+    if (field.part == Part::attribute && type.firstAttribute == noField) type.firstAttribute = index;
+    if (field.part == Part::content) type.value = index;
+    if (field.kind == Kind::namespaceList) type.namespaceList = index;
+    if (field.kind == Kind::attributeList) type.attributeList = index;
+    if (field.part == Part::element) type.flags = static_cast<uint16_t>(type.flags | delegationOf(field));
+  }
+  if (!owned) type.flags |= attributesOnly;
+  if (type.attributeCount > 0 || type.namespaceList != noField || type.attributeList != noField)
+    type.flags |= hasAttributes;
+  if ((type.value != noField) != (options.content == Content::text)) refuse("text content and its member do not agree");
+  return type;
+}
+
+struct DocumentOptions {
+  const char *root;
+  const ModuleSchema *module;
+  uint16_t number;
+  const TypeSchema *type = nullptr;
+  const SimpleType *simple = nullptr;
+  Declaration declaration = Declaration::none;
+  const char *prefix = nullptr;
+  PinnedTable pinned{};
+};
+
+constexpr DocumentSchema makeDocument(const DocumentOptions &options) {
+  checkPinned(options.pinned);
+  if (options.number == 0) refuse("documents are numbered from 1");
+  if ((options.type == nullptr) == (options.simple == nullptr)) refuse("a document is a record or a simple value");
+  bool prefixed = options.declaration == Declaration::prefix || options.declaration == Declaration::prefixInRecord;
+  if (prefixed != (options.prefix != nullptr)) refuse("a prefix and its declaration belong together");
+  return {.root = options.root,
+          .module = options.module,
+          .type = options.type,
+          .simple = options.simple,
+          .prefix = options.prefix,
+          .pinned = options.pinned.lines,
+          .number = options.number,
+          .pinnedCount = static_cast<uint8_t>(options.pinned.count),
+          .declaration = options.declaration};
+}
+
+} // namespace ims

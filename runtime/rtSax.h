@@ -62,6 +62,7 @@ typedef struct SaxTypeHandler {
   RtSaxHandler *delegate; /* receives the events of a child while that is open */
   /* Of the engine that drives the handler. */
   const void *type;
+  const void *field;    /* of the child being read */
   void *pendingItem;    /* an item that enters its list only at its end */
   RtXmlHexState hex;    /* of a child in hexadecimal text */
   bool foreignDelegate; /* delegate is a handler of the runtime */
@@ -84,6 +85,7 @@ typedef struct VsaxTypeHandler {
   RtSaxHandler *delegate;
   /* Of the engine that drives the handler. */
   const void *type;
+  const void *field;    /* of the child being read */
   void *pendingItem;    /* an item that enters its list only at its end */
   RtXmlHexState hex;    /* of a child in hexadecimal text */
   bool foreignDelegate; /* delegate is a handler of the runtime */
@@ -171,7 +173,10 @@ RTX_API int rtSaxIncErrors(RuntimeContext *ctx);
  */
 RTX_API int rtSaxSetSkipLevelToCurrent(RuntimeContext *ctx, int status);
 
-/* Trace of the entry and exit of a callback of a SaxTypeHandler or VsaxTypeHandler. */
+/*
+ * Trace of the entry and exit of a callback of a SaxTypeHandler or VsaxTypeHandler, for the option trace. Called while
+ * the context is traced; without effect otherwise.
+ */
 RTX_API void rtSaxDiagStartFunc(void *handler, const char *function, const char *element);
 RTX_API void rtSaxDiagEndFunc(void *handler, const char *function, const char *element);
 

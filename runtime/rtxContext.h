@@ -62,6 +62,7 @@ struct RuntimeContext {
   RtxTextBuffer buffer;
   uint32_t flags;
   uint8_t state;
+  bool traced;           /* a trace was asked for: handlers then call rtSaxDiagStartFunc and rtSaxDiagEndFunc */
   RtxReaderInfo *reader; /* never null in a context that rtxContextCreate made */
   void *globalData;
   RtxContextRelease globalRelease;

@@ -91,6 +91,12 @@ RTX_API const RtxError *rtxErrAt(RuntimeContext *ctx, uint32_t index);
  */
 RTX_API size_t rtxErrFormat(RuntimeContext *ctx, uint32_t index, char *buffer, size_t size);
 
+/*
+ * Writes the message of the index-th record alone, such as "unexpected element <bogus>", without its place and
+ * status number. Cut, ended and counted as by rtxErrFormat.
+ */
+RTX_API size_t rtxErrMessage(RuntimeContext *ctx, uint32_t index, char *buffer, size_t size);
+
 /* Forgets all records and pending parameters. */
 RTX_API void rtxErrClear(RuntimeContext *ctx);
 

@@ -12,10 +12,8 @@ namespace {
 
 constexpr int unknown = -1;
 
-bool beginsWith(const char *text, const char *prefix) {
-  for (; *prefix; ++text, ++prefix)
-    if (*text != *prefix) return false;
-  return true;
+bool isInstanceAttribute(const char *name) {
+  return name[0] == 'x' && name[1] == 's' && name[2] == 'i' && name[3] == ':';
 }
 
 // The id of an attribute, or unknown; an attribute that comes a second time under another spelling is unknown too.
@@ -115,9 +113,9 @@ template <class Handler> void readAttribute(Handler *handler, const char *name, 
   int id = attributeId(ctx, type, name, seen);
   if (id != unknown) {
     readKnown(handler, type.fields[type.firstAttribute + id], name);
-  } else if (beginsWith(name, "xmlns")) {
+  } else if (isDeclaration(name)) {
     readDeclaration(handler, type, name, value);
-  } else if (beginsWith(name, "xsi:")) {
+  } else if (isInstanceAttribute(name)) {
     rtXmlDecXSIAttr(ctx, name, value);
   } else {
     readForeign(handler, type, name, value);

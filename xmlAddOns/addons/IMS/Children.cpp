@@ -37,20 +37,21 @@ template <class Handler> int refuseName(Handler *handler, const StartTag &tag) {
 // The namespace index of the child's name, with the declarations of its own start tag in force.
 template <class Handler> int namespaceIndexOf(Handler *handler, const StartTag &tag, int &index) {
   RuntimeContext *ctx = handler->context;
-  int status = rtXmlNSPush(ctx);
-  if (status != 0) return status;
-  for (const char *const *attribute = tag.attributes; attribute && attribute[0]; attribute += 2) {
+  int status = STATUS_OK;
+  bool scoped = false;
+  for (const char *const *attribute = tag.attributes; attribute && attribute[0] && status == 0; attribute += 2) {
     const char *name = attribute[0];
-    if (name[0] != 'x' || name[1] != 'm' || name[2] != 'l' || name[3] != 'n' || name[4] != 's') continue;
-    status = rtXmlNSAddPrefixLink(ctx, name[5] == ':' ? name + 6 : nullptr, attribute[1], nullptr, 0);
+    if (!isDeclaration(name)) continue;
+    if (!scoped) status = rtXmlNSPush(ctx);
     if (status != 0) break;
+    scoped = true;
+    status = rtXmlNSAddPrefixLink(ctx, name[5] == ':' ? name + 6 : nullptr, attribute[1], nullptr, 0);
   }
-  if (status == 0) {
-    const char *prefix = nullptr;
+  const char *prefix = nullptr;
+  if (status == 0 && tag.localName != tag.qualifiedName)
     status = rtXmlDecQName(ctx, tag.qualifiedName, nullptr, &prefix);
-    index = rtXmlNSGetIndex(ctx, prefix);
-  }
-  rtXmlNSPop(ctx);
+  if (status == 0) index = rtXmlNSGetIndex(ctx, prefix);
+  if (scoped) rtXmlNSPop(ctx);
   return status;
 }
 
@@ -61,7 +62,7 @@ template <class Handler> bool lookUp(Handler *handler, const StartTag &tag, int 
   int index = RTXML_NS_NONE;
   status = namespaceIndexOf(handler, tag, index);
   if (status != 0) {
-    if (counted(handler)) pass(handler, status, nullptr, step::scope);
+    if (counted(handler)) pass(handler, status, nullptr, step::childScope);
     skip(handler, status);
     return false;
   }
@@ -255,15 +256,6 @@ int startField(VsaxTypeHandler *handler, const Field &field, const StartTag &tag
 
 } // namespace
 
-const Field &fieldOfElement(const TypeSchema &type, int id) {
-  const Field *found = type.fields;
-  for (const Field &field : fieldsOf(type)) {
-    if (field.part != Part::element || field.id > id) break;
-    found = &field;
-  }
-  return *found;
-}
-
 template <class Handler>
 int startChild(Handler *handler, const char *localName, const char *qualifiedName, const char *const *attributes) {
   const TypeSchema &type = typeOf(handler);
@@ -282,7 +274,8 @@ int startChild(Handler *handler, const char *localName, const char *qualifiedNam
   case Content::anything: handler->elementId = 0; break;
   default: return refuse(handler, tag);
   }
-  status = startField(handler, fieldOfElement(type, handler->elementId), tag);
+  handler->field = &type.fields[type.fieldsByElement[handler->elementId]];
+  status = startField(handler, fieldOf(handler), tag);
   // A child that nobody else looks at must not carry attributes.
   bool accepted = handler->level > 1;
   if (accepted && attributes && attributes[0] && !handler->delegate && type.content != Content::anything) {
@@ -298,7 +291,7 @@ int startChild(Handler *handler, const char *localName, const char *qualifiedNam
 void discardPending(SaxTypeHandler *handler) {
   void *item = handler->pendingItem;
   if (!item) return;
-  const Field &field = fieldOfElement(typeOf(handler), handler->elementId);
+  const Field &field = fieldOf(handler);
   if (field.kind == Kind::recordList) {
     discardRecord(handler->context, *field.type, item);
   } else {
@@ -316,7 +309,7 @@ template <class Handler> void endDelegate(Handler *handler) {
   if constexpr (fillsRecord<Handler>) {
     void *item = handler->pendingItem;
     if (!item) return;
-    const Field &field = fieldOfElement(typeOf(handler), handler->elementId);
+    const Field &field = fieldOf(handler);
     if (!rtxDListAppend(ctx, &listAt(handler->record, field), item)) {
       skipForStorage(handler);
       discardPending(handler);

@@ -9,10 +9,9 @@ namespace ims {
 
 namespace {
 
+// Whether the text is that of a child in hexadecimal digits, or of an element inside it.
 template <class Handler> bool isHexChild(const Handler *handler) {
-  const TypeSchema &type = typeOf(handler);
-  return type.content == Content::elements && handler->level == 2 &&
-         fieldOfElement(type, handler->elementId).kind == Kind::hexBinary;
+  return handler->level >= 2 && fieldOf(handler).kind == Kind::hexBinary;
 }
 
 // The base of the record that a child's field belongs to, and the field: for a choice, its alternative.
@@ -22,7 +21,7 @@ struct Target {
 };
 
 template <class Handler> Target targetOf(Handler *handler) {
-  const Field &field = fieldOfElement(typeOf(handler), handler->elementId);
+  const Field &field = fieldOf(handler);
   void *record = nullptr;
   if constexpr (fillsRecord<Handler>) record = handler->record;
   if (field.kind != Kind::choice) return {&field, record};

@@ -49,7 +49,7 @@ int convertSimple(RuntimeContext *ctx, const DocumentSchema &document, void *val
     if (status == STATUS_ENUM_NOT_FOUND) {
       rtxErrAddCtxtBufParm(ctx);
       return rtxErrSetNewData(ctx, status, document.module->paths[int(File::decoder)],
-                              siteLine(document, File::decoder, step::convert));
+                              siteLine(document, File::decoder, step::checkText));
     }
     break;
   default: status = rtXmlDecXmlStr(ctx, static_cast<RtxXmlString *>(value)); break;
@@ -68,7 +68,7 @@ int decodeSimple(RuntimeContext *ctx, const DocumentSchema &document, void *valu
     if (status == 0) convertSimple(ctx, document, value);
     endRoot(ctx, handler);
   } else {
-    wrap(ctx, status, document, File::decoder, step::convert);
+    wrap(ctx, status, document, File::decoder, step::startDocument);
   }
   if (status == 0) status = rtxErrGetFirstError(ctx);
   rtSaxCReleaseReader(reader);

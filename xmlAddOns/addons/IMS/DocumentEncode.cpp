@@ -29,15 +29,10 @@ RtxNamespace rootNamespace(RuntimeContext *ctx, const DocumentSchema &document) 
   return {rtXmlNSGetPrefix(ctx, uri), uri};
 }
 
-// Whether the declaration of this root goes into its record.
-bool declaresInRecord(const DocumentSchema &document) {
-  return document.declaration == Declaration::prefixInRecord && document.type->namespaceList != noField;
-}
-
 // The list that a root's declaration goes into; null is the context's own. Adding one's own namespace to a
 // record's list is the one case in which encoding changes a record.
 RtxNsDeclList *declarationList(const DocumentSchema &document, const void *value) {
-  if (!declaresInRecord(document)) return nullptr;
+  if (document.declaration != Declaration::prefixInRecord) return nullptr;
   return &memberAt<RtxNsDeclList>(const_cast<void *>(value), document.type->fields[document.type->namespaceList]);
 }
 
@@ -71,8 +66,8 @@ int encodeSimple(RuntimeContext *ctx, const DocumentSchema &document, const void
   }
   const auto *text = static_cast<const RtxXmlString *>(value);
   int status = rtxValidateUTF8(ctx, text->value);
-  if (status == 0) status = rtXmlEncString(ctx, text, nullptr, nullptr);
-  return wrap(ctx, status, document, step::convert);
+  if (status != 0) return wrap(ctx, status, document, step::checkText);
+  return wrap(ctx, rtXmlEncString(ctx, text, nullptr, nullptr), document, step::convert);
 }
 
 } // namespace
@@ -86,16 +81,18 @@ int encodeDocumentStart(RuntimeContext *ctx, const DocumentSchema &document, con
   if (status != 0) return wrap(ctx, status, document, step::rootStart);
   status = rtXmlEncNSAttrs(ctx, list);
   if (status != 0) return wrap(ctx, status, document, step::rootDeclarations);
-  // What goes wrong with a root's attributes is recorded, but the document goes on without them.
-  if (document.type && has(*document.type, hasAttributes)) encodeTypeAttributes(ctx, *document.type, value, &ns);
+  if (document.type && has(*document.type, hasAttributes)) {
+    status = encodeTypeAttributes(ctx, *document.type, value, &ns);
+    // A value that cannot be written costs a root its attributes, not the document. A lack of room ends it.
+    if (status == STATUS_BUFFER_OVERFLOW || status == STATUS_NO_MEMORY) return status;
+  }
   status = rtXmlEncTermStartElement(ctx);
   int room = terminate(ctx, document, step::rootStartRoom);
   return room != 0 ? room : status;
 }
 
 int encodeDocumentContents(RuntimeContext *ctx, const DocumentSchema &document, const void *value) {
-  RtxNamespace ns = rootNamespace(ctx, document);
-  int status = document.type ? encodeTypeContents(ctx, *document.type, value, &ns) : encodeSimple(ctx, document, value);
+  int status = document.type ? encodeTypeContents(ctx, *document.type, value) : encodeSimple(ctx, document, value);
   int room = terminate(ctx, document, step::rootContentsRoom);
   return room != 0 ? room : status;
 }

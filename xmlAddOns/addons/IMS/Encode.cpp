@@ -140,7 +140,7 @@ int encodeOwnAttributes(RuntimeContext *ctx, const TypeSchema &type, const void 
   for (const Field &field : fieldsOf(type)) {
     int status = STATUS_OK;
     if (field.part == Part::attribute) {
-      if (isPresent(type, field, record)) status = encodeAttribute(ctx, type, field, record, ns);
+      if (isPresent(field, record)) status = encodeAttribute(ctx, type, field, record, ns);
     } else if (field.kind == Kind::attributeList) {
       status = rtXmlEncAnyAttr(ctx, &memberAt<RtxAttrList>(record, field));
       if (status != 0) status = wrap(ctx, status, type, field, step::write);
@@ -261,7 +261,7 @@ int encodeChildren(RuntimeContext *ctx, const TypeSchema &type, const void *reco
   if (type.content == Content::choice) return encodeAlternative(ctx, type, record, &ns);
   for (const Field &field : fieldsOf(type)) {
     bool written = field.part == Part::element || field.part == Part::content;
-    if (!written || !isPresent(type, field, record)) continue;
+    if (!written || !isPresent(field, record)) continue;
     if (has(type, noEmptyList) && listAt(record, field).count == 0) {
       addMemberParameter(ctx, type, "count");
       rtxErrAddIntParm(ctx, 0);
@@ -300,7 +300,7 @@ int encodeTypeAttributes(RuntimeContext *ctx, const TypeSchema &type, const void
   return encodeAttributesInOrder(ctx, type, record, ns, order);
 }
 
-int encodeTypeContents(RuntimeContext *ctx, const TypeSchema &type, const void *record, const RtxNamespace *) {
+int encodeTypeContents(RuntimeContext *ctx, const TypeSchema &type, const void *record) {
   int status = encodeChildren(ctx, type, record);
   return status != 0 ? status : terminate(ctx, type, step::contentsRoom);
 }
@@ -317,7 +317,7 @@ int encodeType(RuntimeContext *ctx, const TypeSchema &type, const void *record, 
                const RtxNamespace *ns) {
   int status = encodeTypeStart(ctx, type, record, element, ns);
   if (status != 0) return wrap(ctx, status, type, step::wrapStart);
-  status = encodeTypeContents(ctx, type, record, ns);
+  status = encodeTypeContents(ctx, type, record);
   if (status != 0) return wrap(ctx, status, type, step::wrapContents);
   status = encodeTypeEnd(ctx, type, element, ns);
   return status != 0 ? wrap(ctx, status, type, step::wrapEnd) : status;

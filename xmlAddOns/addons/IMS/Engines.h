@@ -44,7 +44,8 @@ int encodeType(RuntimeContext *ctx, const TypeSchema &type, const void *record, 
 int encodeTypeStart(RuntimeContext *ctx, const TypeSchema &type, const void *record, const char *element,
                     const RtxNamespace *ns);
 int encodeTypeAttributes(RuntimeContext *ctx, const TypeSchema &type, const void *record, const RtxNamespace *ns);
-int encodeTypeContents(RuntimeContext *ctx, const TypeSchema &type, const void *record, const RtxNamespace *ns);
+// Children are written under the prefix that the context binds to the module's namespace.
+int encodeTypeContents(RuntimeContext *ctx, const TypeSchema &type, const void *record);
 int encodeTypeEnd(RuntimeContext *ctx, const TypeSchema &type, const char *element, const RtxNamespace *ns);
 
 int encodeEnum(RuntimeContext *ctx, const EnumSchema &type, uint32_t code, const char *element, const RtxNamespace *ns);
@@ -57,13 +58,22 @@ int encodeEnumEnd(RuntimeContext *ctx, const EnumSchema &type, const char *eleme
 int initHandler(RuntimeContext *ctx, const TypeSchema &type, SaxTypeHandler *handler, void *record, int32_t level);
 int initHandler(RuntimeContext *ctx, const TypeSchema &type, VsaxTypeHandler *handler, int32_t level);
 
-// The events of one handler and of the chain of delegates below it. function is the callback's own name.
+// The events of one handler and of the chain of delegates below it.
 template <class Handler>
-int startElement(Handler *handler, const char *localName, const char *qualifiedName, const char *const *attributes,
-                 const char *function);
-template <class Handler> int characters(Handler *handler, const char *bytes, size_t length, const char *function);
-template <class Handler>
-int endElement(Handler *handler, const char *localName, const char *qualifiedName, const char *function);
+int walkStart(Handler *handler, const char *localName, const char *qualifiedName, const char *const *attributes);
+template <class Handler> int walkCharacters(Handler *handler, const char *bytes, size_t length);
+template <class Handler> int walkEnd(Handler *handler, const char *localName, const char *qualifiedName);
+
+// A callback: the walk, with the trace around it that a context may want. function is the callback's own name.
+template <class Handler, class Walk>
+int inTrace(Handler *handler, const char *function, const char *element, Walk walk) {
+  if (!handler->context->traced) [[likely]]
+    return walk();
+  rtSaxDiagStartFunc(handler, function, element);
+  int status = walk();
+  rtSaxDiagEndFunc(handler, function, element);
+  return status;
+}
 
 // Ends the handlers below this one that a document cut off has left open, with what they had not handed over.
 template <class Handler> void releaseDelegates(Handler *handler);

@@ -39,23 +39,6 @@ int setUp(RuntimeContext *ctx, const TypeSchema &type, Handler *handler, const H
   return handler->delegateStorage ? STATUS_OK : STATUS_NO_MEMORY;
 }
 
-// The trace of one callback.
-template <class Handler> class Trace {
-public:
-  Trace(Handler *traced, const char *name, const char *elementName)
-      : handler(traced), function(name), element(elementName) {
-    rtSaxDiagStartFunc(handler, function, element);
-  }
-  ~Trace() { rtSaxDiagEndFunc(handler, function, element); }
-  Trace(const Trace &) = delete;
-  Trace &operator=(const Trace &) = delete;
-
-private:
-  Handler *handler;
-  const char *function;
-  const char *element;
-};
-
 } // namespace
 
 int initHandler(RuntimeContext *ctx, const TypeSchema &type, SaxTypeHandler *handler, void *record, int32_t level) {
@@ -87,9 +70,7 @@ template <class Handler> int startOwn(Handler *handler, const char *localName, c
 }
 
 template <class Handler>
-int startElement(Handler *handler, const char *localName, const char *qualifiedName, const char *const *attributes,
-                 const char *function) {
-  Trace<Handler> trace(handler, function, localName);
+int walkStart(Handler *handler, const char *localName, const char *qualifiedName, const char *const *attributes) {
   Handler *last = lastOf(handler);
   int32_t before = last->level;
   int status = STATUS_OK;
@@ -108,8 +89,7 @@ int startElement(Handler *handler, const char *localName, const char *qualifiedN
   return status;
 }
 
-template <class Handler> int characters(Handler *handler, const char *bytes, size_t length, const char *function) {
-  Trace<Handler> trace(handler, function, nullptr);
+template <class Handler> int walkCharacters(Handler *handler, const char *bytes, size_t length) {
   if (!collects(handler->context)) return STATUS_OK;
   Handler *last = lastOf(handler);
   int32_t textLevel = typeOf(last).content == Content::text ? 1 : 2;
@@ -117,9 +97,7 @@ template <class Handler> int characters(Handler *handler, const char *bytes, siz
   return last->delegate ? last->delegate->characters(last->delegate, bytes, length) : collect(last, bytes, length);
 }
 
-template <class Handler>
-int endElement(Handler *handler, const char *localName, const char *qualifiedName, const char *function) {
-  Trace<Handler> trace(handler, function, localName);
+template <class Handler> int walkEnd(Handler *handler, const char *localName, const char *qualifiedName) {
   Handler *last = handler;
   Handler *owner = nullptr;
   --last->level;
@@ -153,12 +131,12 @@ template <class Handler> void releaseDelegates(Handler *handler) {
 
 template int startOwn(SaxTypeHandler *, const char *, const char *const *);
 template int startOwn(VsaxTypeHandler *, const char *, const char *const *);
-template int startElement(SaxTypeHandler *, const char *, const char *, const char *const *, const char *);
-template int startElement(VsaxTypeHandler *, const char *, const char *, const char *const *, const char *);
-template int characters(SaxTypeHandler *, const char *, size_t, const char *);
-template int characters(VsaxTypeHandler *, const char *, size_t, const char *);
-template int endElement(SaxTypeHandler *, const char *, const char *, const char *);
-template int endElement(VsaxTypeHandler *, const char *, const char *, const char *);
+template int walkStart(SaxTypeHandler *, const char *, const char *, const char *const *);
+template int walkStart(VsaxTypeHandler *, const char *, const char *, const char *const *);
+template int walkCharacters(SaxTypeHandler *, const char *, size_t);
+template int walkCharacters(VsaxTypeHandler *, const char *, size_t);
+template int walkEnd(SaxTypeHandler *, const char *, const char *);
+template int walkEnd(VsaxTypeHandler *, const char *, const char *);
 template void releaseDelegates(SaxTypeHandler *);
 template void releaseDelegates(VsaxTypeHandler *);
 

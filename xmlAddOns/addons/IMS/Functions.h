@@ -27,8 +27,8 @@
   int QxXmlET_##T##_StartElement(RuntimeContext *ctx, const T *record, const char *element, const RtxNamespace *ns) {  \
     return ims::encodeTypeStart(ctx, T##Schema, record, element, ns);                                                  \
   }                                                                                                                    \
-  int QxXmlET_##T##_Contents(RuntimeContext *ctx, const T *record, const RtxNamespace *ns) {                           \
-    return ims::encodeTypeContents(ctx, T##Schema, record, ns);                                                        \
+  int QxXmlET_##T##_Contents(RuntimeContext *ctx, const T *record, const RtxNamespace *) {                             \
+    return ims::encodeTypeContents(ctx, T##Schema, record);                                                            \
   }                                                                                                                    \
   int QxXmlET_##T##_EndElement(RuntimeContext *ctx, const char *element, const RtxNamespace *ns) {                     \
     return ims::encodeTypeEnd(ctx, T##Schema, element, ns);                                                            \
@@ -62,13 +62,17 @@
 #define QX_HANDLER_CALLBACKS(prefix, T, Handler)                                                                       \
   int prefix##_##T##_startElement(void *handler, const char *localName, const char *qualifiedName,                     \
                                   const char *const *attributes) {                                                     \
-    return ims::startElement(static_cast<Handler *>(handler), localName, qualifiedName, attributes, __func__);         \
+    auto *own = static_cast<Handler *>(handler);                                                                       \
+    return ims::inTrace(own, __func__, localName,                                                                      \
+                        [=] { return ims::walkStart(own, localName, qualifiedName, attributes); });                    \
   }                                                                                                                    \
   int prefix##_##T##_characters(void *handler, const char *bytes, size_t length) {                                     \
-    return ims::characters(static_cast<Handler *>(handler), bytes, length, __func__);                                  \
+    auto *own = static_cast<Handler *>(handler);                                                                       \
+    return ims::inTrace(own, __func__, nullptr, [=] { return ims::walkCharacters(own, bytes, length); });              \
   }                                                                                                                    \
   int prefix##_##T##_endElement(void *handler, const char *localName, const char *qualifiedName) {                     \
-    return ims::endElement(static_cast<Handler *>(handler), localName, qualifiedName, __func__);                       \
+    auto *own = static_cast<Handler *>(handler);                                                                       \
+    return ims::inTrace(own, __func__, localName, [=] { return ims::walkEnd(own, localName, qualifiedName); });        \
   }
 
 #define QX_SAX_HANDLER(T)                                                                                              \

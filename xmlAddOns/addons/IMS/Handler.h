@@ -22,6 +22,11 @@ template <class Handler> const TypeSchema &typeOf(const Handler *handler) {
   return *static_cast<const TypeSchema *>(handler->type);
 }
 
+// What the child being read fills.
+template <class Handler> const Field &fieldOf(const Handler *handler) {
+  return *static_cast<const Field *>(handler->field);
+}
+
 // The handler's delegate, if it is one of the codec's own.
 template <class Handler> Handler *ownDelegate(const Handler *handler) {
   return handler->foreignDelegate ? nullptr : reinterpret_cast<Handler *>(handler->delegate);
@@ -67,6 +72,13 @@ template <class Handler> int skip(Handler *handler, int status) {
 template <class Handler> int skipForStorage(Handler *handler) {
   int status = counted(handler) ? record(handler, STATUS_NO_MEMORY, nullptr, step::storage) : STATUS_OK;
   return skip(handler, status);
+}
+
+// ---- Names ----------------------------------------------------------------------------------------------------
+
+// Whether an attribute declares a namespace, by the beginning of its name.
+inline bool isDeclaration(const char *name) {
+  return name[0] == 'x' && name[1] == 'm' && name[2] == 'l' && name[3] == 'n' && name[4] == 's';
 }
 
 // ---- Text -----------------------------------------------------------------------------------------------------
@@ -123,8 +135,5 @@ template <class Handler> void endDelegate(Handler *handler);
 
 // Gives back an item that never entered its list.
 void discardPending(SaxTypeHandler *handler);
-
-// The field that a child of this id fills.
-const Field &fieldOfElement(const TypeSchema &type, int id);
 
 } // namespace ims

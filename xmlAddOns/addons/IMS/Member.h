@@ -19,10 +19,9 @@ inline const RtxList &listAt(const void *record, const Field &field) { return me
 inline uint32_t &presenceOf(void *record) { return *static_cast<uint32_t *>(record); }
 inline uint32_t presenceOf(const void *record) { return *static_cast<const uint32_t *>(record); }
 
-// Whether an optional field is present; a field without a bit always is.
-inline bool isPresent(const TypeSchema &type, const Field &field, const void *record) {
-  if (field.bit == 0 || has(field, required) || !has(type, hasPresence)) return true;
-  return (presenceOf(record) & field.bit) != 0;
+// Whether an optional field is present; a field without a presence bit always is.
+inline bool isPresent(const Field &field, const void *record) {
+  return field.bit == 0 || has(field, required) || (presenceOf(record) & field.bit) != 0;
 }
 
 // The selector of a choice, its first member.

@@ -18,14 +18,17 @@ struct Name {
   Name(const char *parent, int index) { snprintf(text, sizeof(text), "%s[%d]", parent, index); }
 };
 
-int printItems(const char *name, const Field &field, const RtxList &list) {
-  int result = 0;
+// Each of these returns the result of the last line that it printed, or result if there was none.
+
+int printRecordAfter(int result, const char *name, const TypeSchema &type, const void *record);
+
+int printItems(int result, const char *name, const Field &field, const RtxList &list) {
   int index = 0;
   for (const RtxListNode *node = list.head; node; node = node->next, ++index) {
     Name item(name, index);
     switch (field.kind) {
     case Kind::recordList:
-    case Kind::choiceList: result = printRecord(item.text, *field.type, node->data); break;
+    case Kind::choiceList: result = printRecordAfter(result, item.text, *field.type, node->data); break;
     case Kind::attributeList: {
       const auto *pair = static_cast<const RtxNamePair *>(node->data);
       result = rtxPrintNVP(item.text, pair->name, pair->value);
@@ -38,7 +41,7 @@ int printItems(const char *name, const Field &field, const RtxList &list) {
 }
 
 // Prints a member under its own, complete name.
-int printMember(const char *name, const Field &field, const void *record) {
+int printMember(int result, const char *name, const Field &field, const void *record) {
   switch (field.kind) {
   case Kind::text:
   case Kind::foreign: return rtxPrintCharStr(name, memberAt<RtxXmlString>(record, field).value);
@@ -52,37 +55,41 @@ int printMember(const char *name, const Field &field, const void *record) {
   }
   case Kind::enumeration: return printEnum(name, *field.enumeration, memberAt<uint16_t>(record, field));
   case Kind::record:
-  case Kind::choice: return printRecord(name, *field.type, static_cast<const char *>(record) + field.offset);
+  case Kind::choice:
+    return printRecordAfter(result, name, *field.type, static_cast<const char *>(record) + field.offset);
   case Kind::namespaceList: return rtXmlPrintNSAttrs(name, &memberAt<RtxNsDeclList>(record, field));
-  default: return printItems(name, field, listAt(record, field));
+  default: return printItems(result, name, field, listAt(record, field));
   }
 }
 
-int printField(const char *name, const Field &field, const void *record) {
-  if (has(field, unnamed)) return printItems(name, field, listAt(record, field));
-  return printMember(Name(name, field.name).text, field, record);
+int printField(int result, const char *name, const Field &field, const void *record) {
+  if (has(field, unnamed)) return printItems(result, name, field, listAt(record, field));
+  return printMember(result, Name(name, field.name).text, field, record);
 }
 
 int printChoice(const char *name, const TypeSchema &type, const void *record) {
   int result = printf("%s.t = %d\n", name, selectorOf(record));
   const Field *alternative = alternativeOf(type, record);
-  return alternative ? printMember(Name(name, "u", alternative->name).text, *alternative, record) : result;
+  return alternative ? printMember(result, Name(name, "u", alternative->name).text, *alternative, record) : result;
+}
+
+int printRecordAfter(int result, const char *name, const TypeSchema &type, const void *record) {
+  if (type.content == Content::choice) return printChoice(name, type, record);
+  if (has(type, attributesOnly)) result = rtxPrintNull(name);
+  // Text and declarations belong to the element itself, ahead of its attributes.
+  if (type.value != noField) result = printMember(result, name, type.fields[type.value], record);
+  if (type.namespaceList != noField) result = printMember(result, name, type.fields[type.namespaceList], record);
+  for (const Field &field : fieldsOf(type)) {
+    if (field.part == Part::content || field.kind == Kind::namespaceList) continue;
+    if (has(field, printedAlways) || isPresent(field, record)) result = printField(result, name, field, record);
+  }
+  return result;
 }
 
 } // namespace
 
 int printRecord(const char *name, const TypeSchema &type, const void *record) {
-  if (type.content == Content::choice) return printChoice(name, type, record);
-  int result = 0;
-  if (has(type, attributesOnly)) result = rtxPrintNull(name);
-  // Text and declarations belong to the element itself, ahead of its attributes.
-  if (type.value != noField) result = printMember(name, type.fields[type.value], record);
-  if (type.namespaceList != noField) result = printMember(name, type.fields[type.namespaceList], record);
-  for (const Field &field : fieldsOf(type)) {
-    if (field.part == Part::content || field.kind == Kind::namespaceList) continue;
-    if (has(field, printedAlways) || isPresent(type, field, record)) result = printField(name, field, record);
-  }
-  return result;
+  return printRecordAfter(0, name, type, record);
 }
 
 } // namespace ims

@@ -55,8 +55,14 @@ void release(RuntimeContext *ctx, const TypeSchema &type, void *record, Extent e
     if (const Field *alternative = alternativeOf(type, record)) releaseField(ctx, *alternative, record, extent);
     return;
   }
-  for (const Field &field : fieldsOf(type))
-    if (isPresent(type, field, record)) releaseField(ctx, field, record, extent);
+  for (const Field &field : fieldsOf(type)) {
+    if (!isPresent(field, record)) continue;
+    if (field.kind == Kind::text) { // the most common kind by far
+      rtxMemHeapFreePtr(ctx, memberAt<RtxXmlString>(record, field).value);
+    } else {
+      releaseField(ctx, field, record, extent);
+    }
+  }
 }
 
 } // namespace

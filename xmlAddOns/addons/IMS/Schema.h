@@ -23,6 +23,12 @@ enum class File : uint8_t {
 };
 inline constexpr int fileCount = 5;
 
+// The lines of a file: a thousand for each type, sixteen steps for itself and for each of its fields. Documents
+// follow the types.
+inline constexpr int linesPerType = 1000;
+inline constexpr int stepsPerRow = 16;
+inline constexpr int firstDocument = 50;
+
 // Steps at which an error is found or passed on. Together with the file, the type and the row of its field a step
 // gives the line that the error carries. They stay below 16.
 namespace step {
@@ -65,7 +71,7 @@ enum Handler : uint8_t { // row 0, both kinds of handlers
   missingAttribute,
   append,
   content,
-  ownContent,
+  childScope,
   ownCount,
   storage,
   declaration
@@ -91,7 +97,8 @@ enum Document : uint8_t { // in the sources of encoders, decoders and validators
   rootContentsRoom,
   rootEnd,
   rootEndRoom,
-  convert
+  convert,
+  checkText
 };
 
 } // namespace step
@@ -227,6 +234,7 @@ struct TypeSchema {
   const ModuleSchema *module;
   const Field *fields;
   const RtSaxElementInfo *elements;
+  const uint8_t *fieldsByElement;    // index of the field that an element id fills
   const uint8_t *states;             // elementCount rows of stateCount cells
   const char *const *attributeNames; // by attribute id
   const PinnedLine *pinned;

@@ -116,8 +116,13 @@ constexpr Field makeField(const char *name, size_t offset, Part part, const Fiel
 // Foreign attributes and namespace declarations kept with the element.
 #define CARRIED(Record, member) IMS_FIELD(Record, member, ims::Part::carried)
 
-// The rows of a type with their ids in place.
-template <size_t N> struct FieldTable { Field rows[N]; };
+inline constexpr size_t maximumElements = 16;
+
+// The rows of a type with their ids in place, and the way back from an element id to its row.
+template <size_t N> struct FieldTable {
+  Field rows[N];
+  uint8_t byElement[maximumElements];
+};
 
 // Tables that a type may be without.
 struct ElementTable {
@@ -160,9 +165,8 @@ struct TypeOptions {
   HandlerCallbacks validating{};
 };
 
-// Sites of one type fit into a thousand lines.
-inline constexpr size_t maximumFields = 60;
-inline constexpr int stepsPerRow = 16;
+// The most fields whose sites fit into the lines of one type.
+inline constexpr size_t maximumFields = linesPerType / stepsPerRow - 1;
 
 // Whether a member carries an element's or attribute's name: the module's prefix, hyphens as underscores, and an
 // underscore behind it where the name alone would be a keyword.
@@ -195,6 +199,28 @@ constexpr int delegationOf(const Field &field) {
   return flags;
 }
 
+// The engines count on what is inside the element, its attributes and what is carried to stand in this order.
+constexpr int placeOf(Part part) { return part == Part::attribute ? 1 : part == Part::carried ? 2 : 0; }
+
+// Whether the engines convert a field of this kind where it stands.
+constexpr bool fits(const Field &field) {
+  switch (field.kind) {
+  case Kind::text: return field.part != Part::carried;
+  case Kind::boolean:
+  case Kind::decimal: return field.part == Part::attribute;
+  case Kind::uint32:
+  case Kind::uint16:
+  case Kind::enumeration: return field.part == Part::element || field.part == Part::attribute;
+  case Kind::attributeList:
+  case Kind::namespaceList: return field.part == Part::carried;
+  case Kind::choiceList: // each alternative becomes an item at its start tag, which a text could not
+    for (uint8_t i = 0; i < field.type->fieldCount; ++i)
+      if (field.type->fields[i].kind == Kind::text) return false;
+    return field.part == Part::element;
+  default: return field.part == Part::element;
+  }
+}
+
 // Compares one field with the element row of its id.
 constexpr void checkElement(const Field &field, const RtSaxElementInfo &element, const char *prefix) {
   if (isForeign(field) != (element.name[0] == '\0')) refuse("the wildcard stands in another row than its field");
@@ -211,12 +237,18 @@ constexpr FieldTable<N> placeFields(const Field (&rows)[N], const TypeOptions &o
   uint8_t attributes = 0;
   uint32_t nextBit = 1;
   uint32_t nextSeen = 1;
+  if (options.elements.count > maximumElements) refuse("too many elements");
+  if ((options.flags & noEmptyList) != 0 && (N != 1 || !isList(rows[0].kind)))
+    refuse("only a record that is a list counts its items");
   for (size_t i = 0; i < N; ++i) {
     Field &field = table.rows[i];
     field = rows[i];
     bool alternative = options.content == Content::choice;
     if (!alternative && i > 0 && field.offset <= table.rows[i - 1].offset)
       refuse("the rows are not in the record's order");
+    if (i > 0 && placeOf(field.part) < placeOf(table.rows[i - 1].part))
+      refuse("elements or content come first, then attributes, then what is carried");
+    if (!fits(field)) refuse("no element or attribute has a value of this kind");
     if (field.bit != 0) {
       if (field.bit != nextBit) refuse("presence bits are not handed out in order");
       if (isList(field.kind)) refuse("a list has no presence bit");
@@ -229,6 +261,8 @@ constexpr FieldTable<N> placeFields(const Field (&rows)[N], const TypeOptions &o
       bool isChoice = field.kind == Kind::choice || field.kind == Kind::choiceList;
       for (uint8_t id = 0; id < ids; ++id)
         checkElement(isChoice ? field.type->fields[id] : field, options.elements.rows[elements + id], prefix);
+      for (uint8_t id = 0; id < ids; ++id)
+        table.byElement[elements + id] = static_cast<uint8_t>(i);
       elements = static_cast<uint8_t>(elements + ids);
       if (alternative && field.kind != Kind::record && field.kind != Kind::text && !isForeign(field))
         refuse("an alternative is a record, a text or foreign");
@@ -271,7 +305,8 @@ constexpr void checkStates(const TypeOptions &options) {
 
 constexpr void checkPinned(const PinnedTable &pinned) {
   for (size_t i = 0; i < pinned.count; ++i) {
-    if (pinned.lines[i].line >= 1000 || pinned.lines[i].step >= stepsPerRow) refuse("a pinned line is out of range");
+    if (pinned.lines[i].line >= linesPerType || pinned.lines[i].step >= stepsPerRow)
+      refuse("a pinned line is out of range");
     for (size_t j = 0; j < i; ++j)
       if (pinned.lines[i].file == pinned.lines[j].file && pinned.lines[i].line == pinned.lines[j].line)
         refuse("two sites have one line");
@@ -287,6 +322,14 @@ template <class Record> constexpr bool beginsWithPresence() {
   }
 }
 
+template <class Record> constexpr bool beginsWithSelector() {
+  if constexpr (requires(Record record) { record.t; }) {
+    return offsetof(Record, t) == 0 && std::is_same_v<decltype(Record::t), uint16_t>;
+  } else {
+    return false;
+  }
+}
+
 // Builds a type from its placed fields.
 template <class Record, size_t N>
 constexpr TypeSchema makeType(const FieldTable<N> &table, const TypeOptions &options) {
@@ -294,7 +337,8 @@ constexpr TypeSchema makeType(const FieldTable<N> &table, const TypeOptions &opt
   static_assert(N <= maximumFields, "too many fields for distinct lines");
   checkStates(options);
   checkPinned(options.pinned);
-  if (options.number == 0) refuse("types are numbered from 1");
+  if (options.number == 0 || options.number >= firstDocument) refuse("types are numbered from 1, below the documents");
+  if (options.content == Content::choice && !beginsWithSelector<Record>()) refuse("a choice begins with its selector");
   TypeSchema type{};
   type.name = options.name;
   type.module = options.module;
@@ -321,6 +365,7 @@ constexpr TypeSchema makeType(const FieldTable<N> &table, const TypeOptions &opt
   if (beginsWithPresence<Record>()) type.flags |= hasPresence;
   bool owned = options.content == Content::choice;
   type.fields = table.rows;
+  type.fieldsByElement = table.byElement;
   for (size_t i = 0; i < N; ++i) {
     const Field &field = table.rows[i];
     auto index = static_cast<uint8_t>(i);
@@ -357,6 +402,8 @@ constexpr DocumentSchema makeDocument(const DocumentOptions &options) {
   if ((options.type == nullptr) == (options.simple == nullptr)) refuse("a document is a record or a simple value");
   bool prefixed = options.declaration == Declaration::prefix || options.declaration == Declaration::prefixInRecord;
   if (prefixed != (options.prefix != nullptr)) refuse("a prefix and its declaration belong together");
+  if (options.declaration == Declaration::prefixInRecord && (!options.type || options.type->namespaceList == noField))
+    refuse("the record has no list for its root's declaration");
   return {.root = options.root,
           .module = options.module,
           .type = options.type,

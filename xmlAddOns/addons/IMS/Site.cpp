@@ -4,11 +4,6 @@ namespace ims {
 
 namespace {
 
-// A type has a thousand lines: sixteen steps for itself and for each of its fields. Documents follow the types.
-constexpr int linesPerType = 1000;
-constexpr int stepsPerRow = 16;
-constexpr int firstDocument = 50;
-
 int pinnedLine(const PinnedLine *lines, uint8_t count, File file, uint8_t row, uint8_t step) {
   for (uint8_t i = 0; i < count; ++i)
     if (lines[i].file == file && lines[i].row == row && lines[i].step == step) return lines[i].line;

@@ -1,0 +1,645 @@
+#include "encodeState.h"
+#include "escape.h"
+#include "internals.h"
+#include "rtxMemory.h"
+#include "usable.h"
+
+#include <charconv>
+#include <string.h>
+
+namespace rt {
+
+namespace {
+
+struct Text {
+  const char *bytes;
+  size_t length;
+};
+
+// Copies between one and two words' worth of bytes as two words that may overlap.
+template <class Word> inline void copyEnds(char *to, const char *from, size_t length) {
+  Word first;
+  Word last;
+  memcpy(&first, from, sizeof first);
+  memcpy(&last, from + length - sizeof last, sizeof last);
+  memcpy(to, &first, sizeof first);
+  memcpy(to + length - sizeof last, &last, sizeof last);
+}
+
+// Names and numbers are short: for them a call costs more than the bytes.
+inline void copyShort(char *to, const char *from, size_t length) {
+  if (length > 2 * sizeof(uint64_t)) {
+    memcpy(to, from, length);
+  } else if (length >= sizeof(uint64_t)) {
+    copyEnds<uint64_t>(to, from, length);
+  } else if (length >= sizeof(uint32_t)) {
+    copyEnds<uint32_t>(to, from, length);
+  } else if (length != 0) {
+    to[0] = from[0];
+    to[length / 2] = from[length / 2];
+    to[length - 1] = from[length - 1];
+  }
+}
+
+Text textOf(const char *text) { return {text, text == nullptr ? 0 : strlen(text)}; }
+
+bool same(Text a, Text b) { return a.length == b.length && (a.length == 0 || memcmp(a.bytes, b.bytes, a.length) == 0); }
+
+// A name as it is written. An empty prefix goes without the colon.
+struct Name {
+  Text prefix;
+  Text local;
+
+  size_t length() const { return local.length + (prefix.length == 0 ? 0 : prefix.length + 1); }
+  char *writeTo(char *to) const { // returns where it ends
+    if (prefix.length != 0) {
+      copyShort(to, prefix.bytes, prefix.length);
+      to += prefix.length;
+      *to++ = ':';
+    }
+    copyShort(to, local.bytes, local.length);
+    return to + local.length;
+  }
+};
+
+// The name of an attribute, declarations among them: stem "xmlns:" and a prefix, or a stem alone.
+struct AttributeName {
+  Text stem;
+  Text rest = {"", 0};
+
+  size_t length() const { return stem.length + rest.length; }
+  bool equals(const char *name, size_t nameLength) const {
+    return nameLength == length() && memcmp(name, stem.bytes, stem.length) == 0 &&
+           (rest.length == 0 || memcmp(name + stem.length, rest.bytes, rest.length) == 0);
+  }
+  // Names with different bits differ.
+  uint64_t bit() const {
+    if (length() == 0) return 1;
+    const Text &end = rest.length == 0 ? stem : rest;
+    const unsigned first = static_cast<unsigned char>(stem.bytes[0]);
+    const unsigned last = static_cast<unsigned char>(end.bytes[end.length - 1]);
+    return uint64_t{1} << ((first * 5 + last * 3 + length()) % 64);
+  }
+};
+
+AttributeName declarationName(Text prefix) {
+  if (prefix.length == 0) return {{"xmlns", 5}};
+  return {{"xmlns:", 6}, prefix};
+}
+
+// One primitive at work. What it writes counts when finish() succeeds; a failure leaves the output and the state as
+// they were. After a failure nothing more is written, so that callers need not ask after each step.
+class Encoder {
+public:
+  explicit Encoder(RuntimeContext *context) : ctx(context) {
+    if (!usable(ctx)) {
+      status = STATUS_BAD_CONTEXT;
+      return;
+    }
+    if (!ctx->internals->bufferIsOutput) {
+      status = STATUS_WRITE_FAILED;
+      return;
+    }
+    next = ctx->buffer.data + ctx->buffer.byteIndex;
+    end = ctx->buffer.data + ctx->buffer.size;
+    tagOpen = state().tagOpen;
+  }
+
+  bool failed() const { return status != 0; }
+  void fail(int why) {
+    if (status == 0) status = why;
+    end = next; // no room() succeeds from here on
+  }
+
+  int finish() {
+    if (status != 0) return rollBack();
+    ctx->buffer.byteIndex = position();
+    state().tagOpen = tagOpen;
+    return 0;
+  }
+
+  // ---- Elements
+
+  void startElement(const char *localName, const RtxNamespace *ns, const RtxNsDeclList *declarations, bool terminate) {
+    closeTagForElement();
+    OpenTag tag;
+    writeStart(tag, resolve(localName, ns), ns);
+    if (declarations != nullptr) writeList(tag, *declarations);
+    if (terminate) {
+      terminateTag(tag);
+    } else {
+      tag.uri = kept(tag.uri);
+    }
+    if (failed()) return;
+    state().rootPending = false;
+    state().tag = tag;
+    tagOpen = !terminate;
+  }
+
+  void endElement(const char *localName, const RtxNamespace *ns) {
+    if (refusesMarkup()) return;
+    if (tagOpen) {
+      addRootDeclaration(state().tag);
+      put({"/>", 2});
+      tagOpen = false;
+      return;
+    }
+    writeEnd(resolve(localName, ns));
+  }
+
+  void terminateOpenTag() {
+    if (refusesMarkup()) return;
+    if (!tagOpen) return fail(STATUS_WRITE_FAILED);
+    closeTag();
+  }
+
+  // Writes what content writes, within an element unless elementName is null. An element without content is "<a/>".
+  template <class Content>
+  void simpleElement(const char *elementName, const RtxNamespace *ns, bool empty, Content content) {
+    if (elementName == nullptr) {
+      if (empty) return;
+      if (!inAttributes() && tagOpen) closeTag();
+      content();
+      return;
+    }
+    closeTagForElement();
+    const Name name = resolve(elementName, ns);
+    const size_t start = position();
+    if (state().rootPending) {
+      OpenTag tag;
+      writeStart(tag, name, ns);
+      addRootDeclaration(tag);
+      put(empty ? Text{"/>", 2} : Text{">", 1});
+    } else {
+      writeWholeStart(name, empty);
+    }
+    if (!empty) {
+      content();
+      writeEndOf(start + 1, name.length());
+    }
+    if (!failed()) state().rootPending = false;
+  }
+
+  // ---- Content
+
+  bool inAttributes() const { return ctx->state == XMLSTATE_IN_ATTRIBUTES; }
+
+  void put(Text text) {
+    if (!room(text.length)) return;
+    copyShort(next, text.bytes, text.length);
+    next += text.length;
+  }
+
+  void markup(Text text) {
+    if (inAttributes()) return fail(STATUS_WRITE_FAILED);
+    put(text);
+  }
+
+  void escaped(Text text, Escape escape) {
+    if (!room(text.length)) return; // nothing is written in fewer bytes than it has
+    const size_t plain = copyPlain(next, text.bytes, text.length, escape);
+    next += plain;
+    if (plain != text.length) escapedRest({text.bytes + plain, text.length - plain}, escape);
+  }
+
+  // Neither "]]>" nor a carriage return can stand in a section: both end it, and another begins behind.
+  void cdata(Text text) {
+    if (!isXmlText(text.bytes, text.length)) return fail(STATUS_INVALID_UTF8);
+    put({"<![CDATA[", 9});
+    size_t from = 0;
+    for (size_t i = 0; i < text.length; i++) {
+      const char byte = text.bytes[i];
+      const bool endsSection = byte == '>' && i >= 2 && text.bytes[i - 1] == ']' && text.bytes[i - 2] == ']';
+      if (!endsSection && byte != '\r') continue;
+      put({text.bytes + from, i - from});
+      if (endsSection) {
+        put({"]]><![CDATA[", 12});
+        from = i;
+      } else {
+        put({"]]>&#13;<![CDATA[", 17});
+        from = i + 1;
+      }
+    }
+    put({text.bytes + from, text.length - from});
+    put({"]]>", 3});
+  }
+
+  void number(uint32_t value) {
+    size_t count = 1;
+    for (uint32_t rest = value; rest >= 10; rest /= 10)
+      count++;
+    if (!room(count)) return;
+    next += count;
+    for (char *digit = next; count != 0; count--) {
+      *--digit = static_cast<char>('0' + value % 10);
+      value /= 10;
+    }
+  }
+
+  void hexadecimal(const uint8_t *bytes, size_t length) {
+    if (length > SIZE_MAX / 2) return fail(STATUS_BUFFER_OVERFLOW);
+    if (!room(2 * length)) return;
+    constexpr char digit[] = "0123456789ABCDEF";
+    char *to = next;
+    for (size_t i = 0; i < length; i++) {
+      *to++ = digit[bytes[i] >> 4];
+      *to++ = digit[bytes[i] & 0xF];
+    }
+    next = to;
+  }
+
+  // ---- Attributes of the open start tag
+
+  bool mayWriteAttribute() {
+    if (!failed() && !tagOpen) fail(STATUS_WRITE_FAILED);
+    return !failed();
+  }
+
+  void attribute(Text name, Text value, Escape escape) {
+    if (!mayWriteAttribute()) return;
+    if (has(state().tag, {name})) return fail(STATUS_WRITE_FAILED);
+    writeAttribute(state().tag, {name}, value, escape);
+  }
+
+  void foreignAttribute(const RtxNamePair &pair) {
+    const Text name = textOf(pair.name);
+    if (!isQualifiedName(name.bytes, name.length)) return fail(STATUS_INVALID_UTF8);
+    if (AttributeName{name}.equals("xmlns", 5)) return declare(state().tag, {"", 0}, textOf(pair.value));
+    if (name.length > 6 && memcmp(name.bytes, "xmlns:", 6) == 0)
+      return declare(state().tag, {name.bytes + 6, name.length - 6}, textOf(pair.value));
+    attribute(name, textOf(pair.value), Escape::Attribute);
+  }
+
+  void declareList(const RtxNsDeclList &list) { writeList(state().tag, list); }
+
+  void declareContext() {
+    uint32_t cursor = 0;
+    const NamespaceStack &namespaces = ctx->internals->namespaces;
+    while (const Binding *binding = namespaces.nextDeclared(cursor))
+      declare(state().tag, {binding->prefix, binding->prefixLength}, {binding->uri, binding->uriLength});
+  }
+
+private:
+  EncodeState &state() { return ctx->internals->encode; }
+  size_t position() const { return static_cast<size_t>(next - ctx->buffer.data); }
+
+  bool room(size_t count) { return static_cast<size_t>(end - next) >= count || grow(count); }
+
+  bool grow(size_t count) {
+    if (status != 0) return false;
+    const size_t start = ctx->buffer.byteIndex;
+    const size_t at = position();
+    ctx->buffer.byteIndex = at; // what is written so far has to move along
+    const int result = rtxCheckBuffer(ctx, count);
+    ctx->buffer.byteIndex = start;
+    next = ctx->buffer.data + at;
+    end = ctx->buffer.data + ctx->buffer.size;
+    if (result != 0) fail(result);
+    return result == 0;
+  }
+
+  // What was there before ended with a NUL if its writer put one; that may be overwritten by now.
+  int rollBack() {
+    if (next != nullptr && position() > ctx->buffer.byteIndex) ctx->buffer.data[ctx->buffer.byteIndex] = '\0';
+    return status;
+  }
+
+  // The rest of a text, whose first character cannot simply be copied.
+  void escapedRest(Text text, Escape escape) {
+    while (text.length != 0) {
+      const Escaped first = escapeFirst(text.bytes, text.length, escape);
+      if (first.taken == 0) return fail(STATUS_INVALID_UTF8);
+      put({first.bytes, first.length});
+      text = {text.bytes + first.taken, text.length - first.taken};
+      if (!room(text.length)) return;
+      const size_t plain = copyPlain(next, text.bytes, text.length, escape);
+      next += plain;
+      text = {text.bytes + plain, text.length - plain};
+    }
+  }
+
+  // An element cannot begin or end inside an attribute's value.
+  bool refusesMarkup() {
+    if (!failed() && tagOpen && inAttributes()) fail(STATUS_WRITE_FAILED);
+    return failed();
+  }
+
+  // A namespace without a prefix of its own takes the one that the context binds to its URI.
+  Name resolve(const char *localName, const RtxNamespace *ns) const {
+    Name name = {{"", 0}, textOf(localName)};
+    if (ns == nullptr || failed()) return name;
+    if (ns->prefix != nullptr) {
+      name.prefix = textOf(ns->prefix);
+    } else if (ns->uri != nullptr && *ns->uri != '\0') {
+      const Binding *binding = ctx->internals->namespaces.findUri(ns->uri, false);
+      if (binding != nullptr) name.prefix = {binding->prefix, binding->prefixLength};
+    }
+    return name;
+  }
+
+  void writeStart(OpenTag &tag, const Name &name, const RtxNamespace *ns) {
+    tag.start = position();
+    if (!room(name.length() + 1)) return;
+    *next = '<';
+    next = name.writeTo(next + 1);
+    tag.nameEnd = tag.attributesEnd = position();
+    tag.prefixLength = static_cast<uint32_t>(name.prefix.length);
+    tag.uri = ns == nullptr ? nullptr : ns->uri;
+    tag.isRoot = state().rootPending;
+  }
+
+  void writeWholeStart(const Name &name, bool empty) {
+    if (!room(name.length() + (empty ? 3 : 2))) return;
+    char *to = next;
+    *to = '<';
+    to = name.writeTo(to + 1);
+    if (empty) *to++ = '/';
+    *to++ = '>';
+    next = to;
+  }
+
+  void writeEnd(const Name &name) {
+    if (!room(name.length() + 3)) return;
+    char *to = next;
+    *to++ = '<';
+    *to++ = '/';
+    to = name.writeTo(to);
+    *to++ = '>';
+    next = to;
+  }
+
+  // The same for a name that stands in the output already.
+  void writeEndOf(size_t nameAt, size_t nameLength) {
+    if (!room(nameLength + 3)) return;
+    char *to = next;
+    *to++ = '<';
+    *to++ = '/';
+    copyShort(to, ctx->buffer.data + nameAt, nameLength);
+    to += nameLength;
+    *to++ = '>';
+    next = to;
+  }
+
+  void terminateTag(OpenTag &tag) {
+    addRootDeclaration(tag);
+    put({">", 1});
+  }
+
+  void closeTag() {
+    terminateTag(state().tag);
+    tagOpen = false;
+  }
+
+  void closeTagForElement() {
+    if (!refusesMarkup() && tagOpen) closeTag();
+  }
+
+  // A root whose prefix the context declares must not go without that declaration.
+  void addRootDeclaration(OpenTag &tag) {
+    if (!tag.isRoot || tag.declaresItself || failed()) return;
+    const Text prefix = {ctx->buffer.data + tag.start + 1, tag.prefixLength};
+    const Binding *binding = ctx->internals->namespaces.find(prefix.bytes, prefix.length);
+    if (binding == nullptr || binding->uriLength == 0) return;
+    if (tag.uri == nullptr && prefix.length == 0) return; // nobody asked for a namespace
+    declare(tag, {binding->prefix, binding->prefixLength}, {binding->uri, binding->uriLength});
+  }
+
+  void writeList(OpenTag &tag, const RtxNsDeclList &list) {
+    for (const RtxListNode *node = list.items.head; node != nullptr && !failed(); node = node->next) {
+      const RtxNsDecl *declaration = static_cast<const RtxNsDecl *>(node->data);
+      if (declaration != nullptr) declare(tag, textOf(declaration->prefix), textOf(declaration->uri));
+    }
+  }
+
+  // Writes a declaration unless the tag has one of that prefix or its own name would change its namespace.
+  void declare(OpenTag &tag, Text prefix, Text uri) {
+    if (failed()) return;
+    const Text tagPrefix = {ctx->buffer.data + tag.start + 1, tag.prefixLength};
+    const bool ofTag = same(prefix, tagPrefix);
+    if (ofTag && tag.uri != nullptr && !same(uri, textOf(tag.uri))) return;
+    const AttributeName name = declarationName(prefix);
+    if (has(tag, name)) return;
+    tag.declaresItself |= ofTag;
+    if (prefix.length != 0 && (uri.length == 0 || !isNcName(prefix.bytes, prefix.length) || same(prefix, {"xmlns", 5})))
+      return fail(STATUS_INVALID_UTF8);
+    writeAttribute(tag, name, uri, Escape::Attribute);
+  }
+
+  void writeAttribute(OpenTag &tag, const AttributeName &name, Text value, Escape escape) {
+    if (!room(name.length() + 4)) return;
+    char *to = next;
+    *to++ = ' ';
+    copyShort(to, name.stem.bytes, name.stem.length);
+    to += name.stem.length;
+    copyShort(to, name.rest.bytes, name.rest.length);
+    to += name.rest.length;
+    *to++ = '=';
+    *to++ = '"';
+    next = to;
+    escaped(value, escape);
+    put({"\"", 1});
+    tag.attributes |= name.bit();
+    tag.attributesEnd = position();
+  }
+
+  // Whether the tag has an attribute of that name. Where the primitives have written all of them their bits answer
+  // most questions; otherwise the tag is read again: blank, name, "=", and a value in double quotes, which holds none.
+  bool has(OpenTag &tag, const AttributeName &name) const {
+    if (tag.attributesEnd != position()) tag.hasUnknown = true;
+    return (tag.hasUnknown || (tag.attributes & name.bit()) != 0) && isWrittenIn(tag, name);
+  }
+
+  bool isWrittenIn(const OpenTag &tag, const AttributeName &name) const {
+    const char *at = ctx->buffer.data + tag.nameEnd;
+    while (at < next) {
+      if (*at == ' ') at++;
+      const char *nameStart = at;
+      at = find('=', at);
+      if (name.equals(nameStart, static_cast<size_t>(at - nameStart))) return true;
+      at = find('"', at);
+      if (at < next) at = find('"', at + 1);
+      if (at < next) at++;
+    }
+    return false;
+  }
+
+  const char *find(char byte, const char *from) const {
+    const void *found = memchr(from, byte, static_cast<size_t>(next - from));
+    return found == nullptr ? next : static_cast<const char *>(found);
+  }
+
+  // The same text, for as long as the tag is open.
+  const char *kept(const char *uri) {
+    if (uri == nullptr || failed()) return nullptr;
+    if (*uri == '\0') return "";
+    if (ctx->internals->namespaces.tableEntry(uri) >= 0) return uri;
+    const size_t size = strlen(uri) + 1;
+    if (size > state().uriCapacity) {
+      char *larger = static_cast<char *>(ctx->internals->heap.systemAllocate(size));
+      if (larger == nullptr) {
+        fail(STATUS_NO_MEMORY);
+        return nullptr;
+      }
+      ctx->internals->heap.systemRelease(state().uriCopy);
+      state().uriCopy = larger;
+      state().uriCapacity = size;
+    }
+    memcpy(state().uriCopy, uri, size);
+    return state().uriCopy;
+  }
+
+  RuntimeContext *ctx;
+  char *next = nullptr;
+  char *end = nullptr;
+  int status = 0;
+  bool tagOpen = false;
+};
+
+int encodeAttribute(RuntimeContext *ctx, Text name, Text value, Escape escape) {
+  Encoder encoder(ctx);
+  encoder.attribute(name, value, escape);
+  return encoder.finish();
+}
+
+} // namespace
+
+void EncodeState::destroy(Heap &heap) {
+  heap.systemRelease(uriCopy);
+  uriCopy = nullptr;
+  uriCapacity = 0;
+}
+
+} // namespace rt
+
+using rt::Encoder;
+
+int rtXmlEncStartDocument(RuntimeContext *ctx) {
+  constexpr char declaration[] = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+  if (!rt::usable(ctx)) return STATUS_BAD_CONTEXT;
+  RtxInternals &internals = *ctx->internals;
+  ctx->state = XMLSTATE_INITIAL;
+  internals.encode.reset();
+  internals.namespaces.beginDocument();
+  Encoder encoder(ctx);
+  encoder.put({declaration, sizeof declaration - 1});
+  const int status = encoder.finish();
+  if (status == 0) internals.encode.rootPending = true;
+  return status;
+}
+
+int rtXmlEncEndDocument(RuntimeContext *ctx) {
+  if (!rt::usable(ctx)) return STATUS_BAD_CONTEXT;
+  RtxInternals &internals = *ctx->internals;
+  const bool unfinished = internals.encode.tagOpen || !internals.bufferIsOutput;
+  internals.encode.reset();
+  internals.namespaces.endDocument();
+  return unfinished ? STATUS_WRITE_FAILED : 0;
+}
+
+int rtXmlEncStartElement(RuntimeContext *ctx, const char *localName, const RtxNamespace *ns,
+                         const RtxNsDeclList *declarations, bool terminate) {
+  Encoder encoder(ctx);
+  if (!encoder.failed()) encoder.startElement(localName, ns, declarations, terminate);
+  return encoder.finish();
+}
+
+int rtXmlEncNSAttrs(RuntimeContext *ctx, const RtxNsDeclList *declarations) {
+  Encoder encoder(ctx);
+  if (encoder.mayWriteAttribute()) {
+    if (declarations == nullptr) {
+      encoder.declareContext();
+    } else {
+      encoder.declareList(*declarations);
+    }
+  }
+  return encoder.finish();
+}
+
+int rtXmlEncTermStartElement(RuntimeContext *ctx) {
+  Encoder encoder(ctx);
+  if (!encoder.failed()) encoder.terminateOpenTag();
+  return encoder.finish();
+}
+
+int rtXmlEncEndElement(RuntimeContext *ctx, const char *localName, const RtxNamespace *ns) {
+  Encoder encoder(ctx);
+  if (!encoder.failed()) encoder.endElement(localName, ns);
+  return encoder.finish();
+}
+
+int rtXmlEncString(RuntimeContext *ctx, const RtxXmlString *text, const char *elementName, const RtxNamespace *ns) {
+  Encoder encoder(ctx);
+  if (encoder.failed()) return encoder.finish();
+  const rt::Text content = rt::textOf(text == nullptr ? nullptr : text->value);
+  const bool inSection = content.bytes != nullptr && text->cdata && !encoder.inAttributes();
+  encoder.simpleElement(elementName, ns, content.length == 0 && !inSection, [&] {
+    if (inSection) {
+      encoder.cdata(content);
+    } else {
+      encoder.escaped(content, encoder.inAttributes() ? rt::Escape::Attribute : rt::Escape::Text);
+    }
+  });
+  return encoder.finish();
+}
+
+int rtXmlEncUTF8Str(RuntimeContext *ctx, const char *text, const char *elementName, const RtxNamespace *ns) {
+  const RtxXmlString whole = {false, text};
+  return rtXmlEncString(ctx, &whole, elementName, ns);
+}
+
+int rtXmlEncUInt(RuntimeContext *ctx, uint32_t value, const char *elementName, const RtxNamespace *ns) {
+  Encoder encoder(ctx);
+  if (!encoder.failed()) encoder.simpleElement(elementName, ns, false, [&] { encoder.number(value); });
+  return encoder.finish();
+}
+
+int rtXmlEncHexBinary(RuntimeContext *ctx, uint32_t length, const uint8_t *bytes, const char *elementName,
+                      const RtxNamespace *ns) {
+  Encoder encoder(ctx);
+  if (bytes == nullptr) length = 0;
+  if (!encoder.failed())
+    encoder.simpleElement(elementName, ns, length == 0, [&] { encoder.hexadecimal(bytes, length); });
+  return encoder.finish();
+}
+
+int rtXmlEncAny(RuntimeContext *ctx, const RtxXmlString *fragment, const char *elementName, const RtxNamespace *ns) {
+  Encoder encoder(ctx);
+  if (encoder.failed() || fragment == nullptr || fragment->value == nullptr) return encoder.finish();
+  const rt::Text text = rt::textOf(fragment->value);
+  encoder.simpleElement(elementName, ns, text.length == 0, [&] { encoder.markup(text); });
+  return encoder.finish();
+}
+
+int rtXmlEncUTF8Attr2(RuntimeContext *ctx, const char *name, size_t nameLength, const char *value, size_t valueLength) {
+  if (value == nullptr) valueLength = 0;
+  return rt::encodeAttribute(ctx, {name, nameLength}, {value, valueLength}, rt::Escape::AttributeBytes);
+}
+
+int rtXmlEncBoolAttr(RuntimeContext *ctx, bool value, const char *name, size_t nameLength) {
+  const rt::Text text = value ? rt::Text{"true", 4} : rt::Text{"false", 5};
+  return rt::encodeAttribute(ctx, {name, nameLength}, text, rt::Escape::AttributeBytes);
+}
+
+int rtXmlEncUIntAttr(RuntimeContext *ctx, uint32_t value, const char *name, size_t nameLength) {
+  char digits[10];
+  const std::to_chars_result result = std::to_chars(digits, digits + sizeof digits, value);
+  return rt::encodeAttribute(ctx, {name, nameLength}, {digits, static_cast<size_t>(result.ptr - digits)},
+                             rt::Escape::AttributeBytes);
+}
+
+int rtXmlEncDecimalAttr(RuntimeContext *ctx, double value, const char *name, size_t nameLength) {
+  char digits[rt::decimalDigits];
+  const size_t length = rt::writeDecimal(value, digits);
+  if (length == 0) return rt::usable(ctx) ? STATUS_INVALID_UTF8 : STATUS_BAD_CONTEXT;
+  return rt::encodeAttribute(ctx, {name, nameLength}, {digits, length}, rt::Escape::AttributeBytes);
+}
+
+int rtXmlEncAnyAttr(RuntimeContext *ctx, const RtxAttrList *attributes) {
+  Encoder encoder(ctx);
+  if (attributes == nullptr || !encoder.mayWriteAttribute()) return encoder.finish();
+  for (const RtxListNode *node = attributes->items.head; node != nullptr && !encoder.failed(); node = node->next) {
+    const RtxNamePair *pair = static_cast<const RtxNamePair *>(node->data);
+    if (pair != nullptr) encoder.foreignAttribute(*pair);
+  }
+  return encoder.finish();
+}

@@ -1,0 +1,42 @@
+// Which bytes may stand in XML as they are, and what stands for the others.
+#pragma once
+
+#include <stddef.h>
+
+namespace rt {
+
+enum class Escape {
+  Text,
+  Attribute,
+  AttributeBytes // an attribute's value that need not be UTF-8: bytes from 0x80 on are taken as they are
+};
+
+// Copies the bytes at the beginning of a text that need no look: no markup, no control character, and unless bytes are
+// taken as they are, ASCII. Returns their number. Both ranges have length bytes.
+size_t copyPlain(char *to, const char *text, size_t length, Escape escape);
+
+// What is written for the first character of a text. taken 0: XML cannot carry it, or it is not UTF-8.
+struct Escaped {
+  const char *bytes;
+  size_t length;
+  size_t taken; // bytes of the text that it stands for
+};
+Escaped escapeFirst(const char *text, size_t length, Escape escape);
+
+// Bytes of the well-formed UTF-8 sequence of two to four bytes at the beginning of a text, if XML may carry its
+// character; else 0.
+size_t multiByteCharacter(const char *text, size_t length);
+
+// True if the text is UTF-8 and XML can carry all its characters.
+bool isXmlText(const char *text, size_t length);
+
+// True for a name without a colon, and for "name" or "prefix:name". Beyond ASCII every byte is accepted.
+bool isNcName(const char *name, size_t length);
+bool isQualifiedName(const char *name, size_t length);
+
+// Writes the digits of a double into digits: the fewest that give the same number back, no exponent, and no point if
+// it is whole. Returns their number, or 0 if it is not a number or infinite.
+inline constexpr size_t decimalDigits = 352;
+size_t writeDecimal(double value, char (&digits)[decimalDigits]);
+
+} // namespace rt

@@ -30,7 +30,7 @@ target_compile_options(
 
 # What both libraries share: no exceptions, no run-time type information, and nothing visible that is not marked so.
 add_library(imscodec-library-options INTERFACE)
-target_compile_options(imscodec-library-options INTERFACE -fno-exceptions -fno-rtti -fstack-protector-strong
+target_compile_options(imscodec-library-options INTERFACE -fno-exceptions -fno-rtti -fstack-protector -fno-plt
                                                           -fno-semantic-interposition)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
@@ -58,14 +58,4 @@ function(imscodec_add_library name)
 
   add_library(${name}-static STATIC $<TARGET_OBJECTS:${name}-objects>)
   set_target_properties(${name}-static PROPERTIES OUTPUT_NAME ${name})
-endfunction()
-
-# The source files below the given patterns. Before there are any, a file with nothing in it stands for them.
-function(imscodec_sources result)
-  file(GLOB sources CONFIGURE_DEPENDS ${ARGN})
-  if(NOT sources)
-    set(sources ${CMAKE_CURRENT_BINARY_DIR}/nothing.cpp)
-    file(CONFIGURE OUTPUT ${sources} CONTENT "")
-  endif()
-  set(${result} ${sources} PARENT_SCOPE)
 endfunction()

@@ -7,7 +7,8 @@
  * A start tag that was left open is closed by the next primitive that writes content or an end tag. While the
  * context's state is XMLSTATE_IN_ATTRIBUTES nothing closes it, and text is escaped as in an attribute's value.
  *
- * elementName null writes the content alone. A namespace (null allowed) gives the prefix that is written.
+ * elementName null writes the content alone. A namespace (null allowed) gives the prefix that is written, or the URI
+ * whose prefix on the context is.
  */
 #ifndef RT_XML_ENCODE_H
 #define RT_XML_ENCODE_H

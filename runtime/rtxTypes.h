@@ -56,7 +56,7 @@ typedef struct RtxNsDeclList {
   RtxList items;
 } RtxNsDeclList;
 
-/* The namespace of a name that is written: prefix null or empty writes the name without one. */
+/* The namespace of a name that is written: prefix null takes the one that the context binds to uri, empty none. */
 typedef struct RtxNamespace {
   const char *prefix;
   const char *uri;

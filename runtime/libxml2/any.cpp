@@ -34,11 +34,6 @@ static_assert(sizeof(AnyHandler) <= RTSAX_DELEGATE_SIZE);
 static_assert(offsetof(AnyHandler, level) == offsetof(SaxTypeHandler, level));
 static_assert(offsetof(AnyHandler, context) == offsetof(SaxTypeHandler, context));
 
-struct Text {
-  const char *bytes;
-  size_t length;
-};
-
 Text textOf(const char *text) { return {text, strlen(text)}; }
 
 constexpr size_t firstCapacity = 256;

@@ -4,7 +4,6 @@
 #include "rtxMemory.h"
 #include "usable.h"
 
-#include <charconv>
 #include <string.h>
 
 namespace rt {
@@ -41,6 +40,25 @@ inline void copyShort(char *to, const char *from, size_t length) {
   }
 }
 
+// A number in decimal.
+class Digits {
+public:
+  explicit Digits(uint32_t value) : first(digits + sizeof digits) {
+    do {
+      *--first = static_cast<char>('0' + value % 10);
+      value /= 10;
+    } while (value != 0);
+  }
+  Digits(const Digits &) = delete;
+  Digits &operator=(const Digits &) = delete;
+
+  Text text() const { return {first, static_cast<size_t>(digits + sizeof digits - first)}; }
+
+private:
+  char digits[16];
+  char *first;
+};
+
 Text textOf(const char *text) { return {text, text == nullptr ? 0 : strlen(text)}; }
 
 bool same(Text a, Text b) { return a.length == b.length && (a.length == 0 || memcmp(a.bytes, b.bytes, a.length) == 0); }
@@ -61,6 +79,13 @@ struct Name {
     return to + local.length;
   }
 };
+
+inline Name nameOf(const RuntimeContext *ctx, const char *localName, const RtxNamespace *ns) {
+  Name name = {{"", 0}, textOf(localName)};
+  if (ns != nullptr && ns->prefix != nullptr)
+    name.prefix = {ns->prefix, ctx->internals->namespaces.lengthOfPrefix(ns->prefix)};
+  return name;
+}
 
 // The name of an attribute, declarations among them: stem "xmlns:" and a prefix, or a stem alone.
 struct AttributeName {
@@ -89,6 +114,9 @@ AttributeName declarationName(Text prefix) {
 
 // One primitive at work. What it writes counts when finish() succeeds; a failure leaves the output and the state as
 // they were. After a failure nothing more is written, so that callers need not ask after each step.
+//
+// Steps that are rare take an encoder by value and return it, out of line. So the address of the one at work is never
+// taken, and the common steps have its members in registers.
 class Encoder {
 public:
   explicit Encoder(RuntimeContext *context) : ctx(context) {
@@ -112,7 +140,7 @@ public:
   }
 
   int finish() {
-    if (status != 0) return rollBack();
+    if (status != 0) return rollBack(*this);
     ctx->buffer.byteIndex = position();
     state().tagOpen = tagOpen;
     return 0;
@@ -121,9 +149,11 @@ public:
   // ---- Elements
 
   void startElement(const char *localName, const RtxNamespace *ns, const RtxNsDeclList *declarations, bool terminate) {
-    closeTagForElement();
+    if (tagOpen) *this = withTagClosed(*this);
+    const Name name = nameOf(ctx, localName, ns);
+    if (terminate && declarations == nullptr && !state().rootPending) return writeWholeStart(name, false);
     OpenTag tag;
-    writeStart(tag, resolve(localName, ns), ns);
+    writeStart(tag, name, ns);
     if (declarations != nullptr) writeList(tag, *declarations);
     if (terminate) {
       terminateTag(tag);
@@ -137,14 +167,11 @@ public:
   }
 
   void endElement(const char *localName, const RtxNamespace *ns) {
-    if (refusesMarkup()) return;
     if (tagOpen) {
-      addRootDeclaration(state().tag);
-      put({"/>", 2});
-      tagOpen = false;
-      return;
+      *this = withTagEmpty(*this);
+    } else {
+      writeEnd(nameOf(ctx, localName, ns));
     }
-    writeEnd(resolve(localName, ns));
   }
 
   void terminateOpenTag() {
@@ -158,18 +185,16 @@ public:
   void simpleElement(const char *elementName, const RtxNamespace *ns, bool empty, Content content) {
     if (elementName == nullptr) {
       if (empty) return;
-      if (!inAttributes() && tagOpen) closeTag();
+      if (!inAttributes() && tagOpen) *this = withTagClosed(*this);
       content();
       return;
     }
-    closeTagForElement();
-    const Name name = resolve(elementName, ns);
+    if (tagOpen) *this = withTagClosed(*this);
+    const Name name = nameOf(ctx, elementName, ns);
     const size_t start = position();
-    if (state().rootPending) {
-      OpenTag tag;
-      writeStart(tag, name, ns);
-      addRootDeclaration(tag);
-      put(empty ? Text{"/>", 2} : Text{">", 1});
+    const bool isRoot = state().rootPending;
+    if (isRoot) {
+      *this = withRootStart(*this, name, ns, empty);
     } else {
       writeWholeStart(name, empty);
     }
@@ -177,7 +202,7 @@ public:
       content();
       writeEndOf(start + 1, name.length());
     }
-    if (!failed()) state().rootPending = false;
+    if (isRoot && !failed()) state().rootPending = false;
   }
 
   // ---- Content
@@ -199,42 +224,10 @@ public:
     if (!room(text.length)) return; // nothing is written in fewer bytes than it has
     const size_t plain = copyPlain(next, text.bytes, text.length, escape);
     next += plain;
-    if (plain != text.length) escapedRest({text.bytes + plain, text.length - plain}, escape);
+    if (plain != text.length) *this = withRest(*this, {text.bytes + plain, text.length - plain}, escape);
   }
 
-  // Neither "]]>" nor a carriage return can stand in a section: both end it, and another begins behind.
-  void cdata(Text text) {
-    if (!isXmlText(text.bytes, text.length)) return fail(STATUS_INVALID_UTF8);
-    put({"<![CDATA[", 9});
-    size_t from = 0;
-    for (size_t i = 0; i < text.length; i++) {
-      const char byte = text.bytes[i];
-      const bool endsSection = byte == '>' && i >= 2 && text.bytes[i - 1] == ']' && text.bytes[i - 2] == ']';
-      if (!endsSection && byte != '\r') continue;
-      put({text.bytes + from, i - from});
-      if (endsSection) {
-        put({"]]><![CDATA[", 12});
-        from = i;
-      } else {
-        put({"]]>&#13;<![CDATA[", 17});
-        from = i + 1;
-      }
-    }
-    put({text.bytes + from, text.length - from});
-    put({"]]>", 3});
-  }
-
-  void number(uint32_t value) {
-    size_t count = 1;
-    for (uint32_t rest = value; rest >= 10; rest /= 10)
-      count++;
-    if (!room(count)) return;
-    next += count;
-    for (char *digit = next; count != 0; count--) {
-      *--digit = static_cast<char>('0' + value % 10);
-      value /= 10;
-    }
-  }
+  void cdata(Text text) { *this = withSection(*this, text); }
 
   void hexadecimal(const uint8_t *bytes, size_t length) {
     if (length > SIZE_MAX / 2) return fail(STATUS_BUFFER_OVERFLOW);
@@ -266,7 +259,7 @@ public:
     if (!isQualifiedName(name.bytes, name.length)) return fail(STATUS_INVALID_UTF8);
     if (AttributeName{name}.equals("xmlns", 5)) return declare(state().tag, {"", 0}, textOf(pair.value));
     if (name.length > 6 && memcmp(name.bytes, "xmlns:", 6) == 0)
-      return declare(state().tag, {name.bytes + 6, name.length - 6}, textOf(pair.value));
+      return declareOfRecord(state().tag, {name.bytes + 6, name.length - 6}, textOf(pair.value));
     attribute(name, textOf(pair.value), Escape::Attribute);
   }
 
@@ -283,58 +276,101 @@ private:
   EncodeState &state() { return ctx->internals->encode; }
   size_t position() const { return static_cast<size_t>(next - ctx->buffer.data); }
 
-  bool room(size_t count) { return static_cast<size_t>(end - next) >= count || grow(count); }
+  bool room(size_t count) {
+    if (static_cast<size_t>(end - next) >= count) [[likely]]
+      return true;
+    *this = grown(*this, count);
+    return status == 0;
+  }
 
-  bool grow(size_t count) {
-    if (status != 0) return false;
-    const size_t start = ctx->buffer.byteIndex;
-    const size_t at = position();
-    ctx->buffer.byteIndex = at; // what is written so far has to move along
-    const int result = rtxCheckBuffer(ctx, count);
-    ctx->buffer.byteIndex = start;
-    next = ctx->buffer.data + at;
-    end = ctx->buffer.data + ctx->buffer.size;
-    if (result != 0) fail(result);
-    return result == 0;
+  [[gnu::noinline]] static Encoder grown(Encoder encoder, size_t count) {
+    if (encoder.failed()) return encoder;
+    RtxTextBuffer &buffer = encoder.ctx->buffer;
+    const size_t start = buffer.byteIndex;
+    const size_t at = encoder.position();
+    buffer.byteIndex = at; // what is written so far has to move along
+    const int result = rtxCheckBuffer(encoder.ctx, count);
+    buffer.byteIndex = start;
+    encoder.next = buffer.data + at;
+    encoder.end = buffer.data + buffer.size;
+    if (result != 0) encoder.fail(result);
+    return encoder;
   }
 
   // What was there before ended with a NUL if its writer put one; that may be overwritten by now.
-  int rollBack() {
-    if (next != nullptr && position() > ctx->buffer.byteIndex) ctx->buffer.data[ctx->buffer.byteIndex] = '\0';
-    return status;
+  [[gnu::noinline]] static int rollBack(Encoder encoder) {
+    if (encoder.next != nullptr && encoder.position() > encoder.ctx->buffer.byteIndex)
+      encoder.ctx->buffer.data[encoder.ctx->buffer.byteIndex] = '\0';
+    return encoder.status;
   }
 
-  // The rest of a text, whose first character cannot simply be copied.
-  void escapedRest(Text text, Escape escape) {
+  // With the rest of a text, whose first character cannot simply be copied.
+  [[gnu::noinline]] static Encoder withRest(Encoder encoder, Text text, Escape escape) {
     while (text.length != 0) {
       const Escaped first = escapeFirst(text.bytes, text.length, escape);
-      if (first.taken == 0) return fail(STATUS_INVALID_UTF8);
-      put({first.bytes, first.length});
+      if (first.taken == 0) {
+        encoder.fail(STATUS_INVALID_UTF8);
+        break;
+      }
+      encoder.put({first.bytes, first.length});
       text = {text.bytes + first.taken, text.length - first.taken};
-      if (!room(text.length)) return;
-      const size_t plain = copyPlain(next, text.bytes, text.length, escape);
-      next += plain;
+      if (!encoder.room(text.length)) break;
+      const size_t plain = copyPlain(encoder.next, text.bytes, text.length, escape);
+      encoder.next += plain;
       text = {text.bytes + plain, text.length - plain};
     }
+    return encoder;
+  }
+
+  // With a text in a CDATA section. Neither "]]>" nor a carriage return can stand in one: both end it, and another
+  // begins behind.
+  [[gnu::noinline]] static Encoder withSection(Encoder encoder, Text text) {
+    if (!isXmlText(text.bytes, text.length)) encoder.fail(STATUS_INVALID_UTF8);
+    encoder.put({"<![CDATA[", 9});
+    size_t from = 0;
+    for (size_t i = 0; i < text.length; i++) {
+      const char byte = text.bytes[i];
+      const bool endsSection = byte == '>' && i >= 2 && text.bytes[i - 1] == ']' && text.bytes[i - 2] == ']';
+      if (!endsSection && byte != '\r') continue;
+      encoder.put({text.bytes + from, i - from});
+      if (endsSection) {
+        encoder.put({"]]><![CDATA[", 12});
+        from = i;
+      } else {
+        encoder.put({"]]>&#13;<![CDATA[", 17});
+        from = i + 1;
+      }
+    }
+    encoder.put({text.bytes + from, text.length - from});
+    encoder.put({"]]>", 3});
+    return encoder;
+  }
+
+  [[gnu::noinline]] static Encoder withTagClosed(Encoder encoder) {
+    if (!encoder.refusesMarkup()) encoder.closeTag();
+    return encoder;
+  }
+
+  [[gnu::noinline]] static Encoder withTagEmpty(Encoder encoder) {
+    if (encoder.refusesMarkup()) return encoder;
+    encoder.addRootDeclaration(encoder.state().tag);
+    encoder.put({"/>", 2});
+    encoder.tagOpen = false;
+    return encoder;
+  }
+
+  [[gnu::noinline]] static Encoder withRootStart(Encoder encoder, Name name, const RtxNamespace *ns, bool empty) {
+    OpenTag tag;
+    encoder.writeStart(tag, name, ns);
+    encoder.addRootDeclaration(tag);
+    encoder.put(empty ? Text{"/>", 2} : Text{">", 1});
+    return encoder;
   }
 
   // An element cannot begin or end inside an attribute's value.
   bool refusesMarkup() {
     if (!failed() && tagOpen && inAttributes()) fail(STATUS_WRITE_FAILED);
     return failed();
-  }
-
-  // A namespace without a prefix of its own takes the one that the context binds to its URI.
-  Name resolve(const char *localName, const RtxNamespace *ns) const {
-    Name name = {{"", 0}, textOf(localName)};
-    if (ns == nullptr || failed()) return name;
-    if (ns->prefix != nullptr) {
-      name.prefix = textOf(ns->prefix);
-    } else if (ns->uri != nullptr && *ns->uri != '\0') {
-      const Binding *binding = ctx->internals->namespaces.findUri(ns->uri, false);
-      if (binding != nullptr) name.prefix = {binding->prefix, binding->prefixLength};
-    }
-    return name;
   }
 
   void writeStart(OpenTag &tag, const Name &name, const RtxNamespace *ns) {
@@ -390,10 +426,6 @@ private:
     tagOpen = false;
   }
 
-  void closeTagForElement() {
-    if (!refusesMarkup() && tagOpen) closeTag();
-  }
-
   // A root whose prefix the context declares must not go without that declaration.
   void addRootDeclaration(OpenTag &tag) {
     if (!tag.isRoot || tag.declaresItself || failed()) return;
@@ -407,8 +439,15 @@ private:
   void writeList(OpenTag &tag, const RtxNsDeclList &list) {
     for (const RtxListNode *node = list.items.head; node != nullptr && !failed(); node = node->next) {
       const RtxNsDecl *declaration = static_cast<const RtxNsDecl *>(node->data);
-      if (declaration != nullptr) declare(tag, textOf(declaration->prefix), textOf(declaration->uri));
+      if (declaration != nullptr) declareOfRecord(tag, textOf(declaration->prefix), textOf(declaration->uri));
     }
+  }
+
+  // The names in records are whatever somebody has sent; those of the codec and the host are not.
+  void declareOfRecord(OpenTag &tag, Text prefix, Text uri) {
+    const bool isPrefix = isNcName(prefix.bytes, prefix.length) && !same(prefix, {"xmlns", 5});
+    if (prefix.length != 0 && !isPrefix) return fail(STATUS_INVALID_UTF8);
+    declare(tag, prefix, uri);
   }
 
   // Writes a declaration unless the tag has one of that prefix or its own name would change its namespace.
@@ -416,12 +455,11 @@ private:
     if (failed()) return;
     const Text tagPrefix = {ctx->buffer.data + tag.start + 1, tag.prefixLength};
     const bool ofTag = same(prefix, tagPrefix);
-    if (ofTag && tag.uri != nullptr && !same(uri, textOf(tag.uri))) return;
+    if (ofTag && tag.uri != nullptr && tag.uri != uri.bytes && !same(uri, textOf(tag.uri))) return;
     const AttributeName name = declarationName(prefix);
     if (has(tag, name)) return;
+    if (prefix.length != 0 && uri.length == 0) return fail(STATUS_INVALID_UTF8); // nothing undeclares a prefix
     tag.declaresItself |= ofTag;
-    if (prefix.length != 0 && (uri.length == 0 || !isNcName(prefix.bytes, prefix.length) || same(prefix, {"xmlns", 5})))
-      return fail(STATUS_INVALID_UTF8);
     writeAttribute(tag, name, uri, Escape::Attribute);
   }
 
@@ -446,7 +484,8 @@ private:
   // most questions; otherwise the tag is read again: blank, name, "=", and a value in double quotes, which holds none.
   bool has(OpenTag &tag, const AttributeName &name) const {
     if (tag.attributesEnd != position()) tag.hasUnknown = true;
-    return (tag.hasUnknown || (tag.attributes & name.bit()) != 0) && isWrittenIn(tag, name);
+    if (!tag.hasUnknown && (tag.attributes == 0 || (tag.attributes & name.bit()) == 0)) return false;
+    return isWrittenIn(tag, name);
   }
 
   bool isWrittenIn(const OpenTag &tag, const AttributeName &name) const {
@@ -495,6 +534,65 @@ private:
   bool tagOpen = false;
 };
 
+// Every other case of text.
+[[gnu::noinline]] int encodeText(RuntimeContext *ctx, Text text, bool inSection, const char *elementName,
+                                 const RtxNamespace *ns) {
+  Encoder encoder(ctx);
+  if (encoder.failed()) return encoder.finish();
+  encoder.simpleElement(elementName, ns, text.length == 0 && !inSection, [&] {
+    if (inSection) {
+      encoder.cdata(text);
+    } else {
+      encoder.escaped(text, encoder.inAttributes() ? Escape::Attribute : Escape::Text);
+    }
+  });
+  return encoder.finish();
+}
+
+// Whether a name can be written at once: there is an output, and no start tag has to be closed first.
+inline bool isIdle(const RuntimeContext *ctx) {
+  const RtxInternals &internals = *ctx->internals;
+  return internals.bufferIsOutput && !internals.encode.tagOpen && !internals.encode.rootPending;
+}
+
+// The common case of an element of simple content: nothing is pending, there is room, and the text needs no escaping.
+// False if it is another case; then nothing has been written that counts.
+inline bool writePlainElement(RuntimeContext *ctx, Text text, const char *localName, const RtxNamespace *ns) {
+  if (!isIdle(ctx) || localName == nullptr || text.length == 0) return false;
+  const Name name = nameOf(ctx, localName, ns);
+  RtxTextBuffer &buffer = ctx->buffer;
+  const size_t nameLength = name.length();
+  if (buffer.size - buffer.byteIndex < 2 * nameLength + 5 + text.length) return false;
+
+  char *const start = buffer.data + buffer.byteIndex;
+  *start = '<';
+  char *to = name.writeTo(start + 1);
+  *to++ = '>';
+  if (copyPlain(to, text.bytes, text.length, Escape::Text) != text.length) return false;
+  to += text.length;
+  *to++ = '<';
+  *to++ = '/';
+  copyShort(to, start + 1, nameLength);
+  to += nameLength;
+  *to++ = '>';
+  buffer.byteIndex = static_cast<size_t>(to - buffer.data);
+  return true;
+}
+
+// The same for a tag without attributes, which begins with opening.
+inline bool writePlainTag(RuntimeContext *ctx, Text opening, const char *localName, const RtxNamespace *ns) {
+  if (!isIdle(ctx)) return false;
+  const Name name = nameOf(ctx, localName, ns);
+  RtxTextBuffer &buffer = ctx->buffer;
+  if (buffer.size - buffer.byteIndex < opening.length + name.length() + 1) return false;
+  char *to = buffer.data + buffer.byteIndex;
+  copyShort(to, opening.bytes, opening.length);
+  to = name.writeTo(to + opening.length);
+  *to++ = '>';
+  buffer.byteIndex = static_cast<size_t>(to - buffer.data);
+  return true;
+}
+
 int encodeAttribute(RuntimeContext *ctx, Text name, Text value, Escape escape) {
   Encoder encoder(ctx);
   encoder.attribute(name, value, escape);
@@ -538,6 +636,8 @@ int rtXmlEncEndDocument(RuntimeContext *ctx) {
 
 int rtXmlEncStartElement(RuntimeContext *ctx, const char *localName, const RtxNamespace *ns,
                          const RtxNsDeclList *declarations, bool terminate) {
+  if (!rt::usable(ctx)) return STATUS_BAD_CONTEXT;
+  if (terminate && declarations == nullptr && rt::writePlainTag(ctx, {"<", 1}, localName, ns)) return 0;
   Encoder encoder(ctx);
   if (!encoder.failed()) encoder.startElement(localName, ns, declarations, terminate);
   return encoder.finish();
@@ -562,24 +662,19 @@ int rtXmlEncTermStartElement(RuntimeContext *ctx) {
 }
 
 int rtXmlEncEndElement(RuntimeContext *ctx, const char *localName, const RtxNamespace *ns) {
+  if (!rt::usable(ctx)) return STATUS_BAD_CONTEXT;
+  if (rt::writePlainTag(ctx, {"</", 2}, localName, ns)) return 0;
   Encoder encoder(ctx);
   if (!encoder.failed()) encoder.endElement(localName, ns);
   return encoder.finish();
 }
 
 int rtXmlEncString(RuntimeContext *ctx, const RtxXmlString *text, const char *elementName, const RtxNamespace *ns) {
-  Encoder encoder(ctx);
-  if (encoder.failed()) return encoder.finish();
+  if (!rt::usable(ctx)) return STATUS_BAD_CONTEXT;
   const rt::Text content = rt::textOf(text == nullptr ? nullptr : text->value);
-  const bool inSection = content.bytes != nullptr && text->cdata && !encoder.inAttributes();
-  encoder.simpleElement(elementName, ns, content.length == 0 && !inSection, [&] {
-    if (inSection) {
-      encoder.cdata(content);
-    } else {
-      encoder.escaped(content, encoder.inAttributes() ? rt::Escape::Attribute : rt::Escape::Text);
-    }
-  });
-  return encoder.finish();
+  const bool inSection = content.bytes != nullptr && text->cdata && ctx->state != XMLSTATE_IN_ATTRIBUTES;
+  if (!inSection && rt::writePlainElement(ctx, content, elementName, ns)) return 0;
+  return rt::encodeText(ctx, content, inSection, elementName, ns);
 }
 
 int rtXmlEncUTF8Str(RuntimeContext *ctx, const char *text, const char *elementName, const RtxNamespace *ns) {
@@ -588,8 +683,11 @@ int rtXmlEncUTF8Str(RuntimeContext *ctx, const char *text, const char *elementNa
 }
 
 int rtXmlEncUInt(RuntimeContext *ctx, uint32_t value, const char *elementName, const RtxNamespace *ns) {
+  if (!rt::usable(ctx)) return STATUS_BAD_CONTEXT;
+  const rt::Digits digits(value);
+  if (rt::writePlainElement(ctx, digits.text(), elementName, ns)) return 0;
   Encoder encoder(ctx);
-  if (!encoder.failed()) encoder.simpleElement(elementName, ns, false, [&] { encoder.number(value); });
+  if (!encoder.failed()) encoder.simpleElement(elementName, ns, false, [&] { encoder.put(digits.text()); });
   return encoder.finish();
 }
 
@@ -621,10 +719,7 @@ int rtXmlEncBoolAttr(RuntimeContext *ctx, bool value, const char *name, size_t n
 }
 
 int rtXmlEncUIntAttr(RuntimeContext *ctx, uint32_t value, const char *name, size_t nameLength) {
-  char digits[10];
-  const std::to_chars_result result = std::to_chars(digits, digits + sizeof digits, value);
-  return rt::encodeAttribute(ctx, {name, nameLength}, {digits, static_cast<size_t>(result.ptr - digits)},
-                             rt::Escape::AttributeBytes);
+  return rt::encodeAttribute(ctx, {name, nameLength}, rt::Digits(value).text(), rt::Escape::AttributeBytes);
 }
 
 int rtXmlEncDecimalAttr(RuntimeContext *ctx, double value, const char *name, size_t nameLength) {

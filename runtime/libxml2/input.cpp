@@ -12,52 +12,67 @@ namespace rt {
 
 namespace {
 
+constexpr const char *utf8[] = {"utf-8", "utf8", nullptr};
+constexpr const char *utf16Le[] = {"utf-16", "utf16", "utf-16le", "ucs-2", "iso-10646-ucs-2", nullptr};
+constexpr const char *utf16Be[] = {"utf-16", "utf16", "utf-16be", "ucs-2", "iso-10646-ucs-2", nullptr};
+constexpr const char *utf32Le[] = {"utf-32", "utf32", "utf-32le", "ucs-4", "iso-10646-ucs-4", nullptr};
+constexpr const char *utf32Be[] = {"utf-32", "utf32", "utf-32be", "ucs-4", "iso-10646-ucs-4", nullptr};
+
+// How a document begins that does not begin with an ASCII character.
 struct Signature {
   unsigned char bytes[4];
   size_t length;
   size_t skip;
   const char *encoding;
+  const char *const *labels;
 };
 
 // In this order: the mark of UTF-16 is the beginning of one of UTF-32.
 constexpr Signature signatures[] = {
-    {{0xEF, 0xBB, 0xBF}, 3, 0, nullptr}, // the parser skips it
-    {{0xFF, 0xFE, 0x00, 0x00}, 4, 4, "UTF-32LE"},
-    {{0x00, 0x00, 0xFE, 0xFF}, 4, 4, "UTF-32BE"},
-    {{0xFF, 0xFE}, 2, 2, "UTF-16LE"},
-    {{0xFE, 0xFF}, 2, 2, "UTF-16BE"},
-    {{'<', 0, 0, 0}, 4, 0, "UTF-32LE"},
-    {{0, 0, 0, '<'}, 4, 0, "UTF-32BE"},
-    {{'<', 0, '?', 0}, 4, 0, "UTF-16LE"},
-    {{0, '<', 0, '?'}, 4, 0, "UTF-16BE"},
+    {{0xEF, 0xBB, 0xBF}, 3, 0, "", utf8}, // the parser skips it
+    {{0xFF, 0xFE, 0x00, 0x00}, 4, 4, "UTF-32LE", utf32Le},
+    {{0x00, 0x00, 0xFE, 0xFF}, 4, 4, "UTF-32BE", utf32Be},
+    {{0xFF, 0xFE}, 2, 2, "UTF-16LE", utf16Le},
+    {{0xFE, 0xFF}, 2, 2, "UTF-16BE", utf16Be},
+    {{'<', 0, 0, 0}, 4, 0, "UTF-32LE", utf32Le},
+    {{0, 0, 0, '<'}, 4, 0, "UTF-32BE", utf32Be},
+    {{'<', 0, '?', 0}, 4, 0, "UTF-16LE", utf16Le},
+    {{0, '<', 0, '?'}, 4, 0, "UTF-16BE", utf16Be},
 };
 
 bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
 
 bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 
-bool isNameOfEncoding(const char *name, size_t length) {
-  if (length == 0 || !isLetter(name[0])) return false;
-  for (size_t i = 1; i < length; i++) {
-    const char c = name[i];
+bool isNameOfEncoding(Text name) {
+  if (name.empty() || !isLetter(name.bytes[0])) return false;
+  for (size_t i = 1; i < name.length; i++) {
+    const char c = name.bytes[i];
     if (!isLetter(c) && !(c >= '0' && c <= '9') && c != '.' && c != '_' && c != '-') return false;
   }
   return true;
 }
 
-bool equalsIgnoringCase(const char *text, size_t length, const char *lower) {
+bool isLabel(Text name, const char *lower) {
   size_t i = 0;
-  for (; i < length && lower[i] != '\0'; i++) {
-    const char c = text[i] >= 'A' && text[i] <= 'Z' ? static_cast<char>(text[i] + ('a' - 'A')) : text[i];
-    if (c != lower[i]) return false;
+  for (; i < name.length && lower[i] != '\0'; i++) {
+    const char c = name.bytes[i];
+    if ((c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c) != lower[i]) return false;
   }
-  return i == length && lower[i] == '\0';
+  return i == name.length && lower[i] == '\0';
+}
+
+bool isOneOf(Text name, const char *const *labels) {
+  for (; *labels != nullptr; labels++) {
+    if (isLabel(name, *labels)) return true;
+  }
+  return false;
 }
 
 // Walks over an XML declaration.
 class Declaration {
 public:
-  Declaration(const char *begin, const char *behind) : at(begin), end(behind) {}
+  explicit Declaration(Text document) : at(document.bytes), end(document.bytes + document.length) {}
 
   bool blanks() {
     const char *begin = at;
@@ -66,20 +81,20 @@ public:
     return at != begin;
   }
   template <size_t size> bool word(const char (&literal)[size]) {
-    if (static_cast<size_t>(end - at) < size - 1 || memcmp(at, literal, size - 1) != 0) return false;
+    if (!Text{at, static_cast<size_t>(end - at)}.begins(literal)) return false;
     at += size - 1;
     return true;
   }
   // "= 'value'" with either quote
-  bool value(const char *&begin, size_t &length) {
+  bool value(Text &found) {
     blanks();
     if (!word("=")) return false;
     blanks();
     if (at == end || (*at != '"' && *at != '\'')) return false;
-    begin = at + 1;
+    const char *begin = at + 1;
     const char *quote = static_cast<const char *>(memchr(begin, *at, static_cast<size_t>(end - begin)));
     if (quote == nullptr) return false;
-    length = static_cast<size_t>(quote - begin);
+    found = {begin, static_cast<size_t>(quote - begin)};
     at = quote + 1;
     return true;
   }
@@ -89,31 +104,39 @@ private:
   const char *end;
 };
 
+// The name of the encoding in a document's XML declaration, or empty.
+Text declaredLabel(Text document) {
+  Declaration declaration(document);
+  Text label;
+  const bool found = declaration.word("<?xml") && declaration.blanks() && declaration.word("version") &&
+                     declaration.value(label) && declaration.blanks() && declaration.word("encoding") &&
+                     declaration.value(label) && isNameOfEncoding(label);
+  return found ? label : Text();
+}
+
 // The declarations that nearly all documents begin with, ours among them.
 constexpr char usualDeclaration[] = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
 constexpr char shortDeclaration[] = "<?xml version=\"1.0\"?>";
 
 // Bytes of a declaration that tells the parser only what it assumes anyway, so that it need not read them. What
 // follows must not look like the beginning of a document that is encoded in another way, or declared again.
-template <size_t size> size_t idleDeclaration(const char *bytes, size_t length, const char (&declaration)[size]) {
-  if (length <= size || memcmp(bytes, declaration, size - 1) != 0) return 0;
-  const char next = bytes[size - 1];
-  const char second = bytes[size];
+template <size_t size> size_t idleDeclaration(Text document, const char (&declaration)[size]) {
+  if (document.length <= size || !document.begins(declaration)) return 0;
+  const char next = document.bytes[size - 1];
+  const char second = document.bytes[size];
   return next == '\n' || next == '\r' || (next == '<' && second != '?' && second != '\0') ? size - 1 : 0;
 }
 
-Encoding declaredEncoding(const char *bytes, size_t length) {
-  if (const size_t idle = idleDeclaration(bytes, length, usualDeclaration)) return {nullptr, 0, idle, false};
-  if (const size_t idle = idleDeclaration(bytes, length, shortDeclaration)) return {nullptr, 0, idle, false};
-  Declaration declaration(bytes, bytes + length);
-  const char *text = nullptr;
-  size_t textLength = 0;
-  if (!declaration.word("<?xml") || !declaration.blanks()) return {};
-  if (!declaration.word("version") || !declaration.value(text, textLength)) return {};
-  if (!declaration.blanks() || !declaration.word("encoding") || !declaration.value(text, textLength)) return {};
-  if (!isNameOfEncoding(text, textLength)) return {};
-  if (equalsIgnoringCase(text, textLength, "utf-8") || equalsIgnoringCase(text, textLength, "utf8")) return {};
-  return {text, textLength, 0, true};
+Encoding declaredEncoding(Text document) {
+  Encoding encoding;
+  encoding.skip = idleDeclaration(document, usualDeclaration);
+  if (encoding.skip == 0) encoding.skip = idleDeclaration(document, shortDeclaration);
+  if (encoding.skip != 0) return encoding;
+  const Text label = declaredLabel(document);
+  if (label.empty() || isOneOf(label, utf8)) return encoding;
+  encoding.name = label;
+  encoding.declared = true;
+  return encoding;
 }
 
 // The converter of an encoding to UTF-8. Closed when it goes.
@@ -121,9 +144,9 @@ class Converter {
 public:
   explicit Converter(const Encoding &encoding) {
     char name[64];
-    if (encoding.nameLength >= sizeof name) return;
-    memcpy(name, encoding.name, encoding.nameLength);
-    name[encoding.nameLength] = '\0';
+    if (encoding.name.length >= sizeof name) return;
+    memcpy(name, encoding.name.bytes, encoding.name.length);
+    name[encoding.name.length] = '\0';
     handler = xmlFindCharEncodingHandler(name);
   }
   ~Converter() {
@@ -171,15 +194,21 @@ constexpr size_t leastRoom = 64;
 
 } // namespace
 
-Encoding encodingOf(const char *bytes, size_t length) {
-  if (length < 2) return {};
-  if (bytes[0] == '<' && bytes[1] != '\0') return declaredEncoding(bytes, length);
+Encoding encodingOf(Text document) {
+  if (document.length < 2) return {};
+  if (document.bytes[0] == '<' && document.bytes[1] != '\0') return declaredEncoding(document);
   for (const Signature &signature : signatures) {
-    if (length >= signature.length && memcmp(bytes, signature.bytes, signature.length) == 0)
-      return {signature.encoding, signature.encoding == nullptr ? 0 : strlen(signature.encoding), signature.skip,
-              false};
+    if (document.length < signature.length || memcmp(document.bytes, signature.bytes, signature.length) != 0) continue;
+    return {{signature.encoding, strlen(signature.encoding)}, signature.skip, false, signature.labels};
   }
   return {};
+}
+
+Text contradictingLabel(const Encoding &encoding, Text text) {
+  if (encoding.labels == nullptr) return {};
+  if (text.begins("\xEF\xBB\xBF")) text = {text.bytes + 3, text.length - 3};
+  const Text label = declaredLabel(text);
+  return isOneOf(label, encoding.labels) ? Text() : label;
 }
 
 bool InputText::room(Heap &heap, size_t count) {
@@ -202,14 +231,13 @@ void InputText::destroy(Heap &heap) {
   *this = {};
 }
 
-Transcoding transcode(Heap &heap, const Encoding &encoding, const char *bytes, size_t length, size_t limit,
-                      InputText &text) {
+Transcoding transcode(Heap &heap, const Encoding &encoding, Text document, size_t limit, InputText &text) {
   text.length = 0;
   Converter converter(encoding);
   if (!converter.usable()) return Transcoding::unknownEncoding;
-  const char *in = bytes + encoding.skip;
-  const char *const inEnd = bytes + length;
-  if (!text.reserve(heap, length + length / 8 + leastRoom)) return Transcoding::noMemory;
+  const char *in = document.bytes + encoding.skip;
+  const char *const inEnd = document.bytes + document.length;
+  if (!text.reserve(heap, document.length + document.length / 8 + leastRoom)) return Transcoding::noMemory;
   while (in < inEnd) {
     if (!text.room(heap, leastRoom)) return Transcoding::noMemory;
     const char *inBefore = in;
@@ -231,19 +259,10 @@ Transcoding transcode(Heap &heap, const Encoding &encoding, const char *bytes, s
 
 namespace {
 
-const char *findText(const char *from, const char *end, const char *literal, size_t length) {
-  if (from >= end) return nullptr;
-  return static_cast<const char *>(memmem(from, static_cast<size_t>(end - from), literal, length));
-}
-
 // Behind a construct that begins at from and ends with literal, or end.
 template <size_t size> const char *skipTo(const char *from, const char *end, const char (&literal)[size]) {
-  const char *found = findText(from, end, literal, size - 1);
-  return found == nullptr ? end : found + (size - 1);
-}
-
-template <size_t size> bool begins(const char *text, const char *end, const char (&literal)[size]) {
-  return static_cast<size_t>(end - text) >= size - 1 && memcmp(text, literal, size - 1) == 0;
+  const void *found = memmem(from, static_cast<size_t>(end - from), literal, size - 1);
+  return found == nullptr ? end : static_cast<const char *>(found) + (size - 1);
 }
 
 // The attribute behind the first limit ones of the start tag at tag; null if there are no more, and end is behind it.
@@ -268,12 +287,13 @@ const char *findSurplusAttribute(const char *tag, const char *&end, uint32_t lim
 
 const char *searchTags(const char *text, const char *end, uint32_t limit) {
   const char *at = text;
-  while ((at = findText(at, end, "<", 1)) != nullptr) {
-    if (begins(at, end, "<!--")) {
+  while ((at = static_cast<const char *>(memchr(at, '<', static_cast<size_t>(end - at)))) != nullptr) {
+    const Text markup = {at, static_cast<size_t>(end - at)};
+    if (markup.begins("<!--")) {
       at = skipTo(at + 4, end, "-->");
-    } else if (begins(at, end, "<![CDATA[")) {
+    } else if (markup.begins("<![CDATA[")) {
       at = skipTo(at + 9, end, "]]>");
-    } else if (begins(at, end, "<?")) {
+    } else if (markup.begins("<?")) {
       at = skipTo(at + 2, end, "?>");
     } else {
       const char *tagEnd = end;
@@ -288,10 +308,10 @@ const char *searchTags(const char *text, const char *end, uint32_t limit) {
 } // namespace
 
 // A tag holds no other "<". So one that is longer than two strides leaves a whole stride without any.
-const char *findCrowdedTag(const char *text, size_t length, uint32_t limit) {
+const char *findCrowdedTag(Text text, uint32_t limit) {
   constexpr size_t stride = 1024;
-  for (size_t at = 0; length - at >= stride; at += stride) {
-    if (memchr(text + at, '<', stride) == nullptr) return searchTags(text, text + length, limit);
+  for (size_t at = 0; text.length - at >= stride; at += stride) {
+    if (memchr(text.bytes + at, '<', stride) == nullptr) return searchTags(text.bytes, text.bytes + text.length, limit);
   }
   return nullptr;
 }

@@ -1,7 +1,8 @@
 // The bytes of a document before the parser sees them: their encoding, and what would keep the parser busy too long.
 #pragma once
 
-#include <stddef.h>
+#include "textSlice.h"
+
 #include <stdint.h>
 
 namespace rt {
@@ -10,15 +11,19 @@ class Heap;
 
 // How a document is encoded.
 struct Encoding {
-  const char *name = nullptr; // null: UTF-8, which the parser reads as it is. Not NUL-terminated if declared.
-  size_t nameLength = 0;
-  size_t skip = 0;       // bytes to be left out: a byte order mark, or a declaration that says nothing
-  bool declared = false; // name stands in the document
+  Text name;                           // empty: UTF-8, which the parser reads as it is
+  size_t skip = 0;                     // bytes to be left out: a byte order mark, or a declaration that says nothing
+  bool declared = false;               // name stands in the document
+  const char *const *labels = nullptr; // what a declaration may call it; null: none or asked already
 };
 
 // By the byte order mark, else by the pattern of "<?xml", else by the XML declaration. Whatever is wrong with that is
 // left to the parser, which refuses it.
-Encoding encodingOf(const char *bytes, size_t length);
+Encoding encodingOf(Text document);
+
+// The name that the declaration of a document gives to its encoding, if that was told by other means and is another
+// one; else empty. text is the document in UTF-8.
+Text contradictingLabel(const Encoding &encoding, Text text);
 
 // A text in UTF-8 with a NUL behind it. The storage is kept for the next document.
 struct InputText {
@@ -40,11 +45,10 @@ enum class Transcoding {
   noMemory
 };
 
-Transcoding transcode(Heap &heap, const Encoding &encoding, const char *bytes, size_t length, size_t limit,
-                      InputText &text);
+Transcoding transcode(Heap &heap, const Encoding &encoding, Text document, size_t limit, InputText &text);
 
 // The name of the limit-th attribute (counted from 0) of the first start tag with more than limit attributes, null if
 // there is none. Tags of less than two kilobytes are not looked at. text is in UTF-8.
-const char *findCrowdedTag(const char *text, size_t length, uint32_t limit);
+const char *findCrowdedTag(Text text, uint32_t limit);
 
 } // namespace rt

@@ -1,9 +1,9 @@
 // What the parser leaves unsaid about names: their parts, and whether they agree with Namespaces in XML.
 #pragma once
 
-#include <stddef.h>
+#include "textSlice.h"
+
 #include <stdint.h>
-#include <string.h>
 
 namespace rt {
 
@@ -17,17 +17,6 @@ enum class NameKind : uint8_t {
   prefixed,           // one colon with a name on both sides
   prefixDeclaration,  // "xmlns:" and a prefix
   malformed           // any other use of colons
-};
-
-// Bytes without a NUL.
-struct Text {
-  const char *bytes;
-  size_t length;
-
-  template <size_t size> bool is(const char (&literal)[size]) const {
-    return length == size - 1 && memcmp(bytes, literal, size - 1) == 0;
-  }
-  bool is(Text other) const { return length == other.length && memcmp(bytes, other.bytes, length) == 0; }
 };
 
 struct NameParts {

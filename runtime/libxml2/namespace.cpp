@@ -140,9 +140,8 @@ template <class Matches> const Binding *NamespaceStack::newestVisible(Matches ma
   return nullptr;
 }
 
-const Binding *NamespaceStack::findUri(const char *uri, bool prefixedOnly) {
+const Binding *NamespaceStack::searchUri(const char *uri, bool prefixedOnly) {
   if (uri == nullptr) return nullptr;
-  if (uri == askedUri && !prefixedOnly) return askedBinding;
   const size_t length = strlen(uri);
   const Binding *binding = newestVisible(
       [uri, length](const Binding &candidate) {
@@ -173,45 +172,45 @@ int NamespaceStack::add(Heap &heap, Text prefix, Text uri, bool declared, uint32
   const bool same = present != nullptr && spells(*present, uri);
   if (same && present == &bindings[bindingCount - 1] && present->declared == declared) return 0;
 
-  Binding added = {};
+  // A present binding lives longer than the one to be added.
+  const char *prefixText = same ? present->prefix : nullptr;
+  const char *uriText = same ? present->uri : nullptr;
+  TextChunk *const chunkBefore = chunk;
+  const uint32_t usedBefore = chunkUsed;
+  if ((bindingCount == bindingCapacity || buckets == nullptr) && !growForBinding(heap)) return STATUS_NO_MEMORY;
+  if (!same) {
+    char *texts = takeText(heap, prefix.length + 1 + (uri.lasting ? 0 : uri.length + 1));
+    if (texts == nullptr) return STATUS_NO_MEMORY;
+    prefixText = texts;
+    char *behind = copyText(texts, prefix);
+    if (!uri.lasting) copyText(behind, uri);
+    uriText = uri.lasting ? uri.bytes : behind;
+  }
+  Binding &added = bindings[bindingCount];
+  added.prefix = prefixText;
+  added.uri = uriText;
   added.prefixLength = static_cast<uint32_t>(prefix.length);
   added.uriLength = static_cast<uint32_t>(uri.length);
   added.hash = hash;
-  added.tableIndex = RTXML_NS_NONE;
-  added.chunk = chunk;
-  added.chunkUsed = chunkUsed;
+  added.tableEpoch = 0;
+  added.chunk = chunkBefore;
+  added.chunkUsed = usedBefore;
   added.declared = declared;
-  if (same) {
-    added.prefix = present->prefix; // lives longer than what is added now
-    added.uri = present->uri;
-  }
-  if (!roomForBinding(heap)) return STATUS_NO_MEMORY;
-  if (!same) {
-    char *texts = takeText(heap, prefix.length + uri.length + 2);
-    if (texts == nullptr) return STATUS_NO_MEMORY;
-    added.prefix = texts;
-    added.uri = copyTexts(texts, prefix, uri);
-  }
-  askedUri = nullptr;
-  Binding &place = bindings[bindingCount];
-  place = added;
-  uint32_t *chain = chainOf(place);
-  place.older = *chain;
+  uint32_t *chain = chainOf(added);
+  added.older = *chain;
   *chain = ++bindingCount;
+  askedUri = nullptr;
   return 0;
 }
 
-// Writes both texts with their NULs and returns where the second begins.
-char *NamespaceStack::copyTexts(char *to, Text prefix, Text uri) {
-  char *second = to + prefix.length + 1;
-  if (prefix.length != 0) memcpy(to, prefix.bytes, prefix.length);
-  to[prefix.length] = '\0';
-  if (uri.length != 0) memcpy(second, uri.bytes, uri.length);
-  second[uri.length] = '\0';
-  return second;
+// Writes a text with its NUL and returns where that ends.
+char *NamespaceStack::copyText(char *to, Text text) {
+  if (text.length != 0) memcpy(to, text.bytes, text.length);
+  to[text.length] = '\0';
+  return to + text.length + 1;
 }
 
-bool NamespaceStack::roomForBinding(Heap &heap) {
+bool NamespaceStack::growForBinding(Heap &heap) {
   if (bindingCount == bindingCapacity) {
     if (!growArray(heap, bindings, bindingCount, bindingCapacity, 16)) return false;
     if (bindingCapacity > 2 * bucketCount) growBuckets(heap);
@@ -303,7 +302,9 @@ void NamespaceStack::beginDocument() {
 
 int NamespaceStack::declare(Heap &heap, const char *prefix, const char *uri, bool written, bool override) {
   const Text prefixText = {prefix, lengthOf(prefix)};
-  const Text uriText = {uri, lengthOf(uri)};
+  // A document lasts no longer than the texts of the table.
+  const bool inTable = inDocument && tableEntry(uri) >= 0;
+  const Text uriText = {uri, lengthOf(uri), inTable};
   if (prefixText.length > textLimit || uriText.length > textLimit) return STATUS_NO_MEMORY;
   if (!inDocument) return declareHost(heap, prefixText, uriText, written, override);
 
@@ -312,7 +313,7 @@ int NamespaceStack::declare(Heap &heap, const char *prefix, const char *uri, boo
   const Binding *present = findInStack(prefix, prefixText.length, hash);
   if (present != nullptr && spells(*present, uriText) && (present->declared || !written)) return 0;
   if (const int status = add(heap, prefixText, uriText, written, hash, present); status != 0) return status;
-  if (tableEntry(uri) >= 0) { // what the encoder is going to ask for
+  if (inTable) { // what the encoder is going to ask for
     askedUri = uri;
     askedBinding = &bindings[bindingCount - 1];
   }
@@ -332,7 +333,8 @@ int NamespaceStack::declareHost(Heap &heap, Text prefix, Text uri, bool written,
     if (texts == nullptr) return STATUS_NO_MEMORY;
     Binding replacement = {};
     replacement.prefix = texts;
-    replacement.uri = copyTexts(texts, prefix, uri);
+    replacement.uri = copyText(texts, prefix);
+    copyText(texts + prefix.length + 1, uri);
     replacement.prefixLength = static_cast<uint32_t>(prefix.length);
     replacement.uriLength = static_cast<uint32_t>(uri.length);
     replacement.hash = hashOf(prefix.bytes, prefix.length);

@@ -6,6 +6,8 @@
 
 #include "rtXmlNamespace.h"
 
+#include <string.h>
+
 namespace rt {
 
 class Heap;
@@ -36,6 +38,7 @@ public:
   struct Text {
     const char *bytes;
     size_t length;
+    bool lasting = false; // NUL-terminated and there for longer than any binding
   };
 
   NamespaceStack() = default;
@@ -86,7 +89,15 @@ public:
   // Its URI, or null if the prefix is unbound. "" undeclares the default namespace.
   const char *uriOf(const char *prefix, size_t prefixLength) const;
   // The newest visible binding of a URI, or null. Without the default namespace if prefixedOnly is set.
-  const Binding *findUri(const char *uri, bool prefixedOnly);
+  const Binding *findUri(const char *uri, bool prefixedOnly) {
+    return uri != nullptr && uri == askedUri && !prefixedOnly ? askedBinding : searchUri(uri, prefixedOnly);
+  }
+
+  // The length of a prefix that findUri may have given out lately.
+  size_t lengthOfPrefix(const char *prefix) const {
+    const bool known = askedUri != nullptr && askedBinding != nullptr && askedBinding->prefix == prefix;
+    return known ? askedBinding->prefixLength : strlen(prefix);
+  }
 
   // ---- URI table
 
@@ -130,6 +141,7 @@ private:
   const Binding *findInStack(const char *prefix, size_t length, uint32_t hash) const;
   const Binding *findHost(const char *prefix, size_t length) const;
   const Binding *findAnywhere(const char *prefix, size_t prefixLength) const;
+  const Binding *searchUri(const char *uri, bool prefixedOnly);
   int findTableIndex(const Binding &binding) const;
   bool isVisible(const Binding &binding) const;
   template <class Matches> const Binding *newestVisible(Matches matches, bool prefixedOnly) const;
@@ -142,10 +154,10 @@ private:
   void dropTo(uint32_t count);
 
   bool growScopes(Heap &heap);
-  bool roomForBinding(Heap &heap);
+  bool growForBinding(Heap &heap);
   bool growBuckets(Heap &heap);
   char *takeText(Heap &heap, size_t size);
-  static char *copyTexts(char *to, Text prefix, Text uri);
+  static char *copyText(char *to, Text text);
 
   uint32_t *scopes = nullptr; // binding count at the opening of each open scope
   uint32_t scopeCount = 0;

@@ -10,9 +10,7 @@ namespace rt {
 
 namespace {
 
-const char *orEmpty(const char *text) {
-  return text == nullptr ? "" : text;
-}
+const char *orEmpty(const char *text) { return text == nullptr ? "" : text; }
 
 void freeDeclaration(RuntimeContext *ctx, RtxNsDecl *declaration) {
   if (declaration == nullptr) return;

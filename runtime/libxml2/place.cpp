@@ -80,6 +80,17 @@ void writePath(const RtSaxReader &reader, char *path, size_t pathSize) {
   path[used] = '\0';
 }
 
+// Counts on to the line of at.
+const LineCount &countLines(RtSaxReader &reader, const char *at) {
+  LineCount &lines = reader.lines;
+  if (lines.document != reader.base || at < lines.start) lines = {reader.base, reader.base, 1};
+  while (const void *end = memchr(lines.start, '\n', static_cast<size_t>(at - lines.start))) {
+    lines.start = static_cast<const char *>(end) + 1;
+    lines.line++;
+  }
+  return lines;
+}
+
 } // namespace
 
 // Values hold no "<", so the next one to the left is the tag's own.
@@ -109,21 +120,17 @@ const char *startOfAttribute(const RtSaxReader &reader, uint32_t index) {
 Place currentPlace(const RuntimeContext *ctx, char *path, size_t pathSize) {
   if (pathSize != 0) *path = '\0';
   if (!usable(ctx)) return {};
-  const RtSaxReader *reader = ctx->internals->reader;
+  RtSaxReader *reader = ctx->internals->reader;
   const char *at = reader == nullptr || !reader->parsing ? nullptr : placeOf(*reader);
   if (at == nullptr) return {};
   if (pathSize != 0) writePath(*reader, path, pathSize);
 
+  const LineCount &lines = countLines(*reader, at);
   Place place;
-  place.line = 1;
+  place.line = lines.line;
+  place.column = static_cast<uint32_t>(at - lines.start) + 1;
   place.offset = static_cast<size_t>(at - reader->base);
   place.transcoded = reader->transcoded;
-  const char *line = reader->base;
-  while (const void *end = memchr(line, '\n', static_cast<size_t>(at - line))) {
-    line = static_cast<const char *>(end) + 1;
-    place.line++;
-  }
-  place.column = static_cast<uint32_t>(at - line) + 1;
   return place;
 }
 

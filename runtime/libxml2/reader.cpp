@@ -37,10 +37,16 @@ const char *position(const RtSaxReader &reader) { return asText(reader.source->c
 void stop(RtSaxReader &reader) { reader.skipped = reader.elements; }
 bool stopped(const RtSaxReader &reader) { return reader.skipped == reader.elements; }
 
+// Where the parser is, or the end of the document when it has let go of that.
+const char *positionInDocument(const RtSaxReader &reader) {
+  const char *at = position(reader);
+  const uintptr_t offset = reinterpret_cast<uintptr_t>(at) - reinterpret_cast<uintptr_t>(reader.base);
+  return offset <= reader.length ? at : reader.base + reader.length;
+}
+
 void record(RtSaxReader &reader, int status, const char *at, ReaderLine line) {
-  const char *const end = reader.base + reader.length;
   reader.event = Event::fault;
-  reader.faultAt = at < reader.base || at > end ? end : at;
+  reader.faultAt = at;
   reader.status = status;
   stop(reader);
   rtxErrSetNewData(&reader.context, status, readerPath, line);
@@ -74,7 +80,7 @@ public:
 // The parser's message. It may quote a part of the document that ends inside a character.
 void recordMessage(RtSaxReader &reader, const xmlError &error) {
   Reason reason;
-  const char *at = position(reader);
+  const char *at = positionInDocument(reader);
   if (error.code == XML_ERR_TAG_NAME_MISMATCH) { // the message itself has a line number that is wrong
     reason.add("Opening and ending tag mismatch: ");
     reason.add(error.str1);
@@ -104,7 +110,7 @@ void onError(void *user, xmlErrorPtr error) {
   if (error->level != XML_ERR_FATAL && !noStorage) return;
   if (reader.status == 0 && reader.parsing) {
     if (noStorage)
-      record(reader, STATUS_NO_MEMORY, position(reader), lineStorage);
+      record(reader, STATUS_NO_MEMORY, positionInDocument(reader), lineStorage);
     else
       recordMessage(reader, *error);
   }
@@ -226,6 +232,8 @@ void deliverEnd(RtSaxReader &reader) {
 
 void onEndElement(void *user, const xmlChar *) {
   RtSaxReader &reader = *static_cast<RtSaxReader *>(user);
+  if (reader.current == reader.elements) [[unlikely]]
+    return;
   if (reader.skipped != nullptr) [[unlikely]]
     return endSkipped(reader);
   deliverEnd(reader);
@@ -253,7 +261,7 @@ void onCharacters(void *user, const xmlChar *bytes, int count) {
 void onDocumentType(void *user, const xmlChar *, const xmlChar *, const xmlChar *) {
   RtSaxReader &reader = *static_cast<RtSaxReader *>(user);
   if (reader.status == 0)
-    recordReason(reader, "document type declarations are not allowed", startOfTag(reader, position(reader)),
+    recordReason(reader, "document type declarations are not allowed", startOfTag(reader, positionInDocument(reader)),
                  lineNotWellFormed);
   xmlStopParser(reader.parser);
 }
@@ -346,10 +354,10 @@ void runParser(RtSaxReader &reader, size_t skip) {
 
 // ---- The document
 
-void recordEncoding(RtSaxReader &reader, const Encoding &encoding, const char *fault, const char *at) {
+void recordEncoding(RtSaxReader &reader, Text name, const char *fault, const char *at) {
   Reason reason;
   reason.add("the encoding ");
-  reason.add(encoding.name, encoding.nameLength);
+  reason.add(name.bytes, name.length);
   reason.add(fault);
   recordReason(reader, reason.text, at, lineEncoding);
 }
@@ -358,27 +366,20 @@ void recordEncoding(RtSaxReader &reader, const Encoding &encoding, const char *f
 void transcodeInput(RtSaxReader &reader, const Encoding &encoding) {
   const ErrorsToReader errors(reader);
   const size_t limit = reader.internals.options.inputLimit;
-  const Transcoding result = transcode(reader.internals.heap, encoding, reader.base, reader.length, limit, reader.text);
-  const char *at = encoding.declared ? encoding.name : reader.base;
-  if (result == Transcoding::unknownEncoding) {
-    recordEncoding(reader, encoding, " is not supported", at);
-    return;
-  }
-  if (result == Transcoding::noMemory) {
-    record(reader, STATUS_NO_MEMORY, at, lineStorage);
-    return;
-  }
+  const Transcoding result =
+      transcode(reader.internals.heap, encoding, {reader.base, reader.length}, limit, reader.text);
+  if (reader.status != 0) return;
+  const char *at = encoding.declared ? encoding.name.bytes : reader.base;
+  if (result == Transcoding::unknownEncoding) return recordEncoding(reader, encoding.name, " is not supported", at);
+  if (result == Transcoding::noMemory) return record(reader, STATUS_NO_MEMORY, at, lineStorage);
   // The declaration was read as ASCII. In an encoding where it means something else it contradicts itself.
-  const bool fits = !encoding.declared || (reader.text.length >= 5 && memcmp(reader.text.bytes, "<?xml", 5) == 0);
-  if (!fits) {
-    recordEncoding(reader, encoding, " contradicts the declaration that names it", at);
-    return;
-  }
+  if (encoding.declared && !Text{reader.text.bytes, reader.text.length}.begins("<?xml"))
+    return recordEncoding(reader, encoding.name, " contradicts the declaration that names it", at);
   reader.base = reader.text.bytes;
   reader.length = reader.text.length;
   reader.transcoded = true;
   if (result == Transcoding::malformed)
-    recordEncoding(reader, encoding, " does not fit the bytes of the document", reader.base + reader.length);
+    recordEncoding(reader, encoding.name, " does not fit the bytes of the document", reader.base + reader.length);
   else if (result == Transcoding::tooLong)
     recordLimit(reader, "inputLimit", limit, reader.base);
 }
@@ -400,15 +401,17 @@ void readDocument(RtSaxReader &reader) {
   const size_t limit = reader.internals.options.inputLimit;
   if (reader.length > limit || reader.length > INT_MAX - 1)
     return recordLimit(reader, "inputLimit", limit, reader.base);
-  const Encoding encoding = encodingOf(reader.base, reader.length);
-  if (encoding.name != nullptr)
+  const Encoding encoding = encodingOf({reader.base, reader.length});
+  if (!encoding.name.empty())
     transcodeInput(reader, encoding);
   else if (!reader.internals.inputTerminated)
     copyInput(reader);
   if (reader.status != 0) return;
-  const char *surplus = findCrowdedTag(reader.base, reader.length, attributeLimit);
+  const Text label = contradictingLabel(encoding, {reader.base, reader.length});
+  if (!label.empty()) return recordEncoding(reader, label, " contradicts how the document begins", label.bytes);
+  const char *surplus = findCrowdedTag({reader.base, reader.length}, attributeLimit);
   if (surplus != nullptr) return recordLimit(reader, attributeLimitName, attributeLimit, surplus);
-  runParser(reader, encoding.name == nullptr ? encoding.skip : 0);
+  runParser(reader, reader.transcoded ? 0 : encoding.skip);
 }
 
 } // namespace
@@ -468,6 +471,7 @@ int rtSaxCParse(RtSaxReader *reader) {
   reader->parsing = true;
   reader->transcoded = false;
   reader->skipAsked = false;
+  reader->lines = {};
   reader->status = 0;
   reader->current = reader->elements;
   reader->skipped = nullptr;

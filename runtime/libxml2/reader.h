@@ -43,6 +43,13 @@ struct OpenElement {
   NamespaceStack::Mark outside; // bindings without its own
 };
 
+// How far the lines of a document have been counted. Errors come in its order, so that none counts them all again.
+struct LineCount {
+  const char *document = nullptr;
+  const char *start = nullptr; // of the line
+  uint32_t line = 1;
+};
+
 // What the parser is at.
 enum class Event : uint8_t {
   none,
@@ -97,6 +104,7 @@ struct RtSaxReader {
   const char *base = nullptr;
   size_t length = 0;
   const char *faultAt = nullptr;
+  rt::LineCount lines;
   const char *const *attributes = nullptr; // of the start tag
   size_t comparisons = 0;                  // left of comparisonLimit
 

@@ -140,7 +140,7 @@ template <class Handler> void readAttributes(Handler *handler, const char *const
   if ((type.requiredAttributes & ~seen) == 0) return;
   int status = rtSaxTestAttributesPresent(ctx, &seen, type.requiredAttributes, type.attributeNames, type.attributeCount,
                                           type.name);
-  if (status != 0) pass(handler, status, nullptr, step::missingAttribute);
+  passRecorded(handler, status, step::missingAttribute);
 }
 
 template void readAttributes(SaxTypeHandler *, const char *const *);

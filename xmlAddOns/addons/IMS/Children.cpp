@@ -279,8 +279,8 @@ int startChild(Handler *handler, const char *localName, const char *qualifiedNam
   // A child that nobody else looks at must not carry attributes.
   bool accepted = handler->level > 1;
   if (accepted && attributes && attributes[0] && !handler->delegate && type.content != Content::anything) {
-    int reported = rtSaxReportUnexpAttrs(ctx, attributes, type.elements[handler->elementId].name);
-    if (reported != 0) pass(handler, reported, nullptr, step::unexpectedAttributes);
+    const char *name = type.elements[handler->elementId].name;
+    passRecorded(handler, rtSaxReportUnexpAttrs(ctx, attributes, name), step::unexpectedAttributes);
   }
   if constexpr (fillsRecord<Handler>) {
     if (!accepted) discardPending(handler);

@@ -259,15 +259,17 @@ int encodeChildren(RuntimeContext *ctx, const TypeSchema &type, const void *reco
   RtxNamespace ns = {nullptr, nullptr};
   if (type.elementCount > 0 || type.content == Content::choice) ns = childNamespace(ctx, *type.module);
   if (type.content == Content::choice) return encodeAlternative(ctx, type, record, &ns);
-  for (const Field &field : fieldsOf(type)) {
-    bool written = field.part == Part::element || field.part == Part::content;
-    if (!written || !isPresent(field, record)) continue;
-    if (has(type, noEmptyList) && listAt(record, field).count == 0) {
-      addMemberParameter(ctx, type, "count");
-      rtxErrAddIntParm(ctx, 0);
-      return fail(ctx, STATUS_CONSTRAINT_VIOLATION, type, step::listCount);
-    }
-    int status = encodeChild(ctx, type, field, record, field.part == Part::content ? nullptr : &ns);
+  if (has(type, noEmptyList) && listAt(record, type.fields[0]).count == 0) {
+    addMemberParameter(ctx, type, "count");
+    rtxErrAddIntParm(ctx, 0);
+    return fail(ctx, STATUS_CONSTRAINT_VIOLATION, type, step::listCount);
+  }
+  for (const Field &field : contentOf(type)) {
+    if (!isPresent(field, record)) continue;
+    int status =
+        field.kind == Kind::text // the most common kind by far
+            ? encodeText(ctx, type, field, memberAt<RtxXmlString>(record, field), elementName(type, field), &ns)
+            : encodeChild(ctx, type, field, record, &ns);
     if (status != 0) return status;
   }
   return STATUS_OK;

@@ -60,6 +60,11 @@ template <class Handler> int pass(Handler *handler, int status, const Field *fie
   return rtxErrSetData(handler->context, status, pathOf(handler), lineOf(handler, field, step));
 }
 
+// The same for a status that the runtime has recorded itself, unless the error count kept it out.
+template <class Handler> void passRecorded(Handler *handler, int status, uint8_t step) {
+  if (status != 0 && rtxErrGetLastError(handler->context) == status) pass(handler, status, nullptr, step);
+}
+
 // Counts an error; true if it is to be recorded.
 template <class Handler> bool counted(Handler *handler) { return rtSaxIncErrors(handler->context) != 0; }
 

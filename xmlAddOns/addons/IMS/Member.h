@@ -40,6 +40,8 @@ struct FieldRange {
   const Field *begin() const { return first; }
   const Field *end() const { return last; }
 };
+// The fields that stand for what an element contains; they come first.
+inline FieldRange contentOf(const TypeSchema &type) { return {type.fields, type.fields + type.contentCount}; }
 inline FieldRange fieldsOf(const TypeSchema &type) { return {type.fields, type.fields + type.fieldCount}; }
 
 } // namespace ims

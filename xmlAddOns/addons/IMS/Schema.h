@@ -246,6 +246,7 @@ struct TypeSchema {
   uint16_t flags;
   Content content;
   uint8_t fieldCount;
+  uint8_t contentCount; // of the leading fields that stand for elements or text content
   uint8_t elementCount;
   uint8_t stateCount;
   uint8_t attributeCount;

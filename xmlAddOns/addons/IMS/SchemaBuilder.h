@@ -372,6 +372,10 @@ constexpr TypeSchema makeType(const FieldTable<N> &table, const TypeOptions &opt
     if (field.bit != 0 && !has(field, required) && !has(type, hasPresence))
       refuse("a presence bit without a presence word");
     if (field.part != Part::attribute) owned = true;
+    if (field.part == Part::element || field.part == Part::content) {
+      if (type.contentCount != index) refuse("elements and text content come before attributes");
+      ++type.contentCount;
+    }
     if (field.part == Part::attribute && type.firstAttribute == noField) type.firstAttribute = index;
     if (field.part == Part::content) type.value = index;
     if (field.kind == Kind::namespaceList) type.namespaceList = index;

@@ -1,0 +1,26 @@
+// The commands of the tool that work on documents.
+#pragma once
+
+#include "Schema.h"
+#include "exitStatus.h"
+
+#include <string>
+#include <vector>
+
+namespace cli {
+
+// What is asked of every command.
+struct Request {
+  std::vector<std::string> files;
+  const ims::DocumentSchema *kind = nullptr; // null: by the root element
+  bool json = false;
+};
+
+ExitStatus printDocuments(const Request &request);
+
+ExitStatus validateDocuments(const Request &request);
+
+// Of the one file; output "-" is the standard output.
+ExitStatus recodeDocument(const Request &request, const std::string &output, bool indented);
+
+} // namespace cli

@@ -1,0 +1,121 @@
+// The command line of imscodec.
+#include "commands.h"
+#include "kinds.h"
+#include "rtxContext.h"
+#include "source.h"
+
+#include <CLI/CLI.hpp>
+#include <cerrno>
+#include <cstdio>
+#include <exception>
+
+namespace {
+
+using namespace cli;
+
+constexpr char overallExamples[] =
+    R"(Each FILE is a body as it stands in a message; "-", or no FILE, is the standard input.
+The kind of a document is found from its root element, unless --kind gives it.
+
+Exit status: 0 all good, 1 a document was bad, 2 wrong usage or an unreadable file.
+
+Examples:
+  imscodec print body.xml               what the codec reads from a body
+  imscodec validate bodies/*.xml        which bodies are bad, and where
+  imscodec recode --indent body.xml     the body as the codec writes it
+  imscodec kinds                        what it can read)";
+
+constexpr char printExamples[] = R"(Prints one line for each value, in the form of the library's own print functions.
+Errors go to the standard error stream; what could be read is printed all the same.
+
+Examples:
+  imscodec print body.xml
+  cat body.xml | imscodec print
+  imscodec print --json body.xml | jq '.[0].record')";
+
+constexpr char validateExamples[] = R"(Prints "FILE: ok", or each error with its place, the line and a caret under it.
+
+Examples:
+  imscodec validate body.xml
+  imscodec validate bodies/*.xml | grep error:
+  imscodec validate --json bodies/*.xml | jq -r '.[] | select(.ok | not) | .file')";
+
+constexpr char recodeExamples[] =
+    R"(Writes the bytes that the codec would send. A body with errors gives what could be read of it.
+
+Examples:
+  imscodec recode body.xml --output clean.xml
+  imscodec recode --indent body.xml
+  imscodec recode body.xml | imscodec validate)";
+
+constexpr char kindsExamples[] = R"(Examples:
+  imscodec kinds
+  imscodec kinds --json)";
+
+void addKindOption(CLI::App &command, std::string &kind) {
+  command.add_option("--kind", kind, "Read the document as this kind, whatever its root element is (see kinds)")
+      ->type_name("NAME")
+      ->check([](const std::string &name) {
+        return kindNamed(name) ? std::string() : "there is no kind " + name + ", but " + kindNames();
+      });
+}
+
+int run(int argc, char **argv) {
+  CLI::App app("Reads, checks and rebuilds XML bodies of IMS signalling.", "imscodec");
+  app.set_version_flag("--version", std::string("imscodec ") + IMSCODEC_VERSION + " (runtime " + rtxVersion() + ")");
+  app.footer(overallExamples);
+  app.require_subcommand(1);
+
+  Request request;
+  std::string kind;
+  std::string output = "-";
+  bool indented = false;
+
+  CLI::App *print = app.add_subcommand("print", "Decode and print what is in it");
+  CLI::App *validate = app.add_subcommand("validate", "Check, and show each error in its place");
+  CLI::App *recode = app.add_subcommand("recode", "Decode and encode again");
+  CLI::App *kinds = app.add_subcommand("kinds", "List the kinds of documents");
+
+  for (CLI::App *command : {print, validate, recode})
+    addKindOption(*command, kind);
+  for (CLI::App *command : {print, validate})
+    command->add_option("FILE", request.files, "Documents")->type_name("");
+  for (CLI::App *command : {print, validate, kinds})
+    command->add_flag("--json", request.json, "Write JSON");
+  recode->add_option("FILE", request.files, "Document")->type_name("")->expected(0, 1);
+  recode->add_flag("--indent", indented, "Lay it out for reading");
+  recode->add_option("--output,-o", output, "Write to this file")->type_name("FILE");
+
+  print->footer(printExamples);
+  validate->footer(validateExamples);
+  recode->footer(recodeExamples);
+  kinds->footer(kindsExamples);
+
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError &error) {
+    return app.exit(error) == 0 ? allGood : unusable;
+  }
+
+  request.kind = kindNamed(kind);
+  if (request.files.empty()) request.files = {"-"};
+  if (print->parsed()) return printDocuments(request);
+  if (validate->parsed()) return validateDocuments(request);
+  if (recode->parsed()) return recodeDocument(request, output, indented);
+  printKinds(request.json);
+  return allGood;
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+  try {
+    const int status = run(argc, argv);
+    if (std::fflush(stdout) != 0 || std::ferror(stdout)) throw cli::FileError("<stdout>", errno);
+    return status;
+  } catch (const std::exception &error) {
+    std::fflush(stdout);
+    std::fprintf(stderr, "imscodec: %s\n", error.what());
+    return cli::unusable;
+  }
+}

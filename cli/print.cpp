@@ -1,0 +1,58 @@
+// imscodec print: what the codec makes of a document.
+#include "commands.h"
+#include "record.h"
+#include "session.h"
+
+namespace cli {
+
+namespace {
+
+Json printedJson(Session &session, const Source &source, ExitStatus &exitStatus) {
+  Json result = {{"file", source.name}};
+  if (const ims::DocumentSchema *kind = session.begin(source)) {
+    Record record(session.context(), *kind);
+    session.check(record.decode());
+    result["kind"] = kind->root;
+    result["record"] = documentJson(*kind, record.value());
+  }
+  const std::vector<Problem> problems = session.problems();
+  result["errors"] = problemsJson(problems);
+  if (!problems.empty()) worsen(exitStatus, badDocument);
+  return result;
+}
+
+void printText(Session &session, const Source &source, ExitStatus &exitStatus) {
+  if (const ims::DocumentSchema *kind = session.begin(source)) {
+    Record record(session.context(), *kind);
+    session.check(record.decode());
+    record.print();
+  }
+  const std::vector<Problem> problems = session.problems();
+  std::fflush(stdout);
+  writeProblems(stderr, source, problems);
+  if (!problems.empty()) worsen(exitStatus, badDocument);
+}
+
+} // namespace
+
+ExitStatus printDocuments(const Request &request) {
+  ExitStatus exitStatus = allGood;
+  Session session(request.kind);
+  Json documents = Json::array();
+  bool first = true;
+  for (const std::string &file : request.files) {
+    const std::optional<Source> source = session.read(file, exitStatus);
+    if (!source) continue;
+    if (request.json) {
+      documents.push_back(printedJson(session, *source, exitStatus));
+      continue;
+    }
+    if (request.files.size() > 1) std::printf("%s%s:\n", first ? "" : "\n", source->name.c_str());
+    first = false;
+    printText(session, *source, exitStatus);
+  }
+  if (request.json) printJson(documents);
+  return exitStatus;
+}
+
+} // namespace cli

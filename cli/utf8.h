@@ -1,0 +1,14 @@
+// Documents in other encodings, for quoting: places in them are given in their UTF-8 form.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace cli {
+
+// The UTF-8 form of a document that is encoded as its first bytes say, without a byte order mark; as far as it can be
+// converted. Nothing if the encoding is not known.
+std::optional<std::string> toUtf8(std::string_view document);
+
+} // namespace cli

@@ -1,0 +1,104 @@
+// imscodec validate: whether documents are good, and where they are not.
+#include "Engines.h"
+#include "commands.h"
+#include "progress.h"
+#include "record.h"
+#include "rtxError.h"
+#include "session.h"
+
+namespace cli {
+
+namespace {
+
+// From so many files on it takes long enough to show how far it is.
+constexpr std::size_t manyFiles = 20;
+
+struct Verdict {
+  const ims::DocumentSchema *kind = nullptr;
+  bool decodedOnly = false; // no validator is offered for this kind
+  std::vector<Problem> problems;
+
+  bool good() const { return problems.empty(); }
+};
+
+Verdict judge(Session &session, const Source &source) {
+  Verdict verdict;
+  verdict.kind = session.begin(source);
+  if (verdict.kind) {
+    int status = ims::validateDocument(session.context(), *verdict.kind);
+    verdict.decodedOnly = status == STATUS_NOT_SUPPORTED;
+    if (verdict.decodedOnly) status = Record(session.context(), *verdict.kind).decode();
+    session.check(status);
+  }
+  verdict.problems = session.problems();
+  return verdict;
+}
+
+void printVerdict(const Source &source, const Verdict &verdict) {
+  const char *note = verdict.decodedOnly ? " (decoded, since no validator is offered for its kind)" : "";
+  if (verdict.good()) {
+    std::printf("%s: ok%s\n", source.name.c_str(), note);
+    return;
+  }
+  writeProblems(stdout, source, verdict.problems);
+  if (verdict.decodedOnly) std::printf("%s: not validated%s\n", source.name.c_str(), note);
+}
+
+Json verdictJson(const Source &source, const Verdict &verdict) {
+  Json result = {{"file", source.name}, {"ok", verdict.good()}};
+  if (verdict.kind) {
+    result["kind"] = verdict.kind->root;
+    result["validated"] = !verdict.decodedOnly;
+  }
+  result["errors"] = problemsJson(verdict.problems);
+  return result;
+}
+
+struct Count {
+  std::size_t good = 0;
+  std::size_t bad = 0;
+  std::size_t unreadable = 0;
+
+  std::size_t all() const { return good + bad + unreadable; }
+};
+
+void printSummary(const Count &count) {
+  std::printf("%zu files: %zu ok, %zu bad", count.all(), count.good, count.bad);
+  if (count.unreadable > 0) std::printf(", %zu unreadable", count.unreadable);
+  std::printf("\n");
+}
+
+} // namespace
+
+ExitStatus validateDocuments(const Request &request) {
+  ExitStatus exitStatus = allGood;
+  Session session(request.kind);
+  Progress progress(request.files.size(), manyFiles);
+  Json verdicts = Json::array();
+  Count count;
+  for (const std::string &file : request.files) {
+    const std::optional<Source> source = session.read(file, exitStatus);
+    if (!source) {
+      ++count.unreadable;
+      continue;
+    }
+    progress.show(count.all());
+    const Verdict verdict = judge(session, *source);
+    progress.hide();
+    ++(verdict.good() ? count.good : count.bad);
+    if (request.json) {
+      verdicts.push_back(verdictJson(*source, verdict));
+    } else {
+      printVerdict(*source, verdict);
+    }
+  }
+  if (request.json) {
+    printJson(verdicts);
+  } else if (request.files.size() > 1) {
+    printSummary(count);
+  }
+  if (count.bad > 0) worsen(exitStatus, badDocument);
+  return exitStatus;
+}
+
+} // namespace cli

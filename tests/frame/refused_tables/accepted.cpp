@@ -1,0 +1,2 @@
+// accepted
+#include "base.h"

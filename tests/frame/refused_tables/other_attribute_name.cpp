@@ -1,0 +1,3 @@
+// an attribute and its member have different names
+#define ATTRIBUTES "id", "language"
+#include "base.h"

@@ -1,0 +1,3 @@
+// only a number has a range
+#define ID_OPTIONS .minimum = 1
+#include "base.h"

@@ -80,10 +80,16 @@ struct Name {
   }
 };
 
+// A namespace without a prefix of its own takes the one that the context binds to its URI. The context is usable.
 inline Name nameOf(const RuntimeContext *ctx, const char *localName, const RtxNamespace *ns) {
   Name name = {{"", 0}, textOf(localName)};
-  if (ns != nullptr && ns->prefix != nullptr)
-    name.prefix = {ns->prefix, ctx->internals->namespaces.lengthOfPrefix(ns->prefix)};
+  if (ns == nullptr) return name;
+  NamespaceStack &namespaces = ctx->internals->namespaces;
+  if (ns->prefix != nullptr) {
+    name.prefix = {ns->prefix, namespaces.lengthOfPrefix(ns->prefix)};
+  } else if (const Binding *binding = namespaces.findUri(ns->uri, false); binding != nullptr) {
+    name.prefix = {binding->prefix, binding->prefixLength};
+  }
   return name;
 }
 
@@ -112,11 +118,24 @@ AttributeName declarationName(Text prefix) {
   return {{"xmlns:", 6}, prefix};
 }
 
+// What an element of simple content holds.
+enum class ContentKind {
+  Characters,
+  Section, // characters in a CDATA section
+  Digits,  // nothing to be escaped
+  Markup,  // XML as it stands
+  Bytes    // written as hexadecimal digits
+};
+
+struct Content {
+  ContentKind kind;
+  Text text;
+
+  bool isEmpty() const { return text.bytes == nullptr || (text.length == 0 && kind != ContentKind::Section); }
+};
+
 // One primitive at work. What it writes counts when finish() succeeds; a failure leaves the output and the state as
 // they were. After a failure nothing more is written, so that callers need not ask after each step.
-//
-// Steps that are rare take an encoder by value and return it, out of line. So the address of the one at work is never
-// taken, and the common steps have its members in registers.
 class Encoder {
 public:
   explicit Encoder(RuntimeContext *context) : ctx(context) {
@@ -140,20 +159,23 @@ public:
   }
 
   int finish() {
-    if (status != 0) return rollBack(*this);
+    if (status != 0) return rollBack();
     ctx->buffer.byteIndex = position();
     state().tagOpen = tagOpen;
     return 0;
   }
 
+  void xmlDeclaration() {
+    constexpr char declaration[] = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+    put({declaration, sizeof declaration - 1});
+  }
+
   // ---- Elements
 
   void startElement(const char *localName, const RtxNamespace *ns, const RtxNsDeclList *declarations, bool terminate) {
-    if (tagOpen) *this = withTagClosed(*this);
-    const Name name = nameOf(ctx, localName, ns);
-    if (terminate && declarations == nullptr && !state().rootPending) return writeWholeStart(name, false);
+    closeTagForElement();
     OpenTag tag;
-    writeStart(tag, name, ns);
+    writeStart(tag, nameOf(ctx, localName, ns), ns);
     if (declarations != nullptr) writeList(tag, *declarations);
     if (terminate) {
       terminateTag(tag);
@@ -167,11 +189,11 @@ public:
   }
 
   void endElement(const char *localName, const RtxNamespace *ns) {
-    if (tagOpen) {
-      *this = withTagEmpty(*this);
-    } else {
-      writeEnd(nameOf(ctx, localName, ns));
-    }
+    if (refusesMarkup()) return;
+    if (!tagOpen) return writeEnd(nameOf(ctx, localName, ns));
+    addRootDeclaration(state().tag);
+    put({"/>", 2});
+    tagOpen = false;
   }
 
   void terminateOpenTag() {
@@ -180,65 +202,24 @@ public:
     closeTag();
   }
 
-  // Writes what content writes, within an element unless elementName is null. An element without content is "<a/>".
-  template <class Content>
-  void simpleElement(const char *elementName, const RtxNamespace *ns, bool empty, Content content) {
+  // Writes content within an element, or alone if elementName is null. An element without content is "<a/>".
+  void simpleElement(const char *elementName, const RtxNamespace *ns, Content content) {
     if (elementName == nullptr) {
-      if (empty) return;
-      if (!inAttributes() && tagOpen) *this = withTagClosed(*this);
-      content();
-      return;
+      if (content.isEmpty()) return;
+      if (!inAttributes() && tagOpen) closeTag();
+      return write(content);
     }
-    if (tagOpen) *this = withTagClosed(*this);
+    closeTagForElement();
     const Name name = nameOf(ctx, elementName, ns);
-    const size_t start = position();
-    const bool isRoot = state().rootPending;
-    if (isRoot) {
-      *this = withRootStart(*this, name, ns, empty);
-    } else {
-      writeWholeStart(name, empty);
+    OpenTag tag;
+    writeStart(tag, name, ns);
+    addRootDeclaration(tag);
+    put(content.isEmpty() ? Text{"/>", 2} : Text{">", 1});
+    if (!content.isEmpty()) {
+      write(content);
+      writeEnd(name);
     }
-    if (!empty) {
-      content();
-      writeEndOf(start + 1, name.length());
-    }
-    if (isRoot && !failed()) state().rootPending = false;
-  }
-
-  // ---- Content
-
-  bool inAttributes() const { return ctx->state == XMLSTATE_IN_ATTRIBUTES; }
-
-  void put(Text text) {
-    if (!room(text.length)) return;
-    copyShort(next, text.bytes, text.length);
-    next += text.length;
-  }
-
-  void markup(Text text) {
-    if (inAttributes()) return fail(STATUS_WRITE_FAILED);
-    put(text);
-  }
-
-  void escaped(Text text, Escape escape) {
-    if (!room(text.length)) return; // nothing is written in fewer bytes than it has
-    const size_t plain = copyPlain(next, text.bytes, text.length, escape);
-    next += plain;
-    if (plain != text.length) *this = withRest(*this, {text.bytes + plain, text.length - plain}, escape);
-  }
-
-  void cdata(Text text) { *this = withSection(*this, text); }
-
-  void hexadecimal(const uint8_t *bytes, size_t length) {
-    if (length > SIZE_MAX / 2) return fail(STATUS_BUFFER_OVERFLOW);
-    if (!room(2 * length)) return;
-    constexpr char digit[] = "0123456789ABCDEF";
-    char *to = next;
-    for (size_t i = 0; i < length; i++) {
-      *to++ = digit[bytes[i] >> 4];
-      *to++ = digit[bytes[i] & 0xF];
-    }
-    next = to;
+    if (!failed()) state().rootPending = false;
   }
 
   // ---- Attributes of the open start tag
@@ -276,95 +257,104 @@ private:
   EncodeState &state() { return ctx->internals->encode; }
   size_t position() const { return static_cast<size_t>(next - ctx->buffer.data); }
 
+  bool inAttributes() const { return ctx->state == XMLSTATE_IN_ATTRIBUTES; }
+
   bool room(size_t count) {
     if (static_cast<size_t>(end - next) >= count) [[likely]]
       return true;
-    *this = grown(*this, count);
-    return status == 0;
+    return grow(count);
   }
 
-  [[gnu::noinline]] static Encoder grown(Encoder encoder, size_t count) {
-    if (encoder.failed()) return encoder;
-    RtxTextBuffer &buffer = encoder.ctx->buffer;
+  [[gnu::noinline]] bool grow(size_t count) {
+    if (failed()) return false;
+    RtxTextBuffer &buffer = ctx->buffer;
     const size_t start = buffer.byteIndex;
-    const size_t at = encoder.position();
+    const size_t at = position();
     buffer.byteIndex = at; // what is written so far has to move along
-    const int result = rtxCheckBuffer(encoder.ctx, count);
+    const int result = rtxCheckBuffer(ctx, count);
     buffer.byteIndex = start;
-    encoder.next = buffer.data + at;
-    encoder.end = buffer.data + buffer.size;
-    if (result != 0) encoder.fail(result);
-    return encoder;
+    next = buffer.data + at;
+    end = buffer.data + buffer.size;
+    if (result != 0) fail(result);
+    return result == 0;
   }
 
   // What was there before ended with a NUL if its writer put one; that may be overwritten by now.
-  [[gnu::noinline]] static int rollBack(Encoder encoder) {
-    if (encoder.next != nullptr && encoder.position() > encoder.ctx->buffer.byteIndex)
-      encoder.ctx->buffer.data[encoder.ctx->buffer.byteIndex] = '\0';
-    return encoder.status;
+  int rollBack() {
+    if (next != nullptr && position() > ctx->buffer.byteIndex) ctx->buffer.data[ctx->buffer.byteIndex] = '\0';
+    return status;
   }
 
-  // With the rest of a text, whose first character cannot simply be copied.
-  [[gnu::noinline]] static Encoder withRest(Encoder encoder, Text text, Escape escape) {
-    while (text.length != 0) {
-      const Escaped first = escapeFirst(text.bytes, text.length, escape);
-      if (first.taken == 0) {
-        encoder.fail(STATUS_INVALID_UTF8);
-        break;
-      }
-      encoder.put({first.bytes, first.length});
-      text = {text.bytes + first.taken, text.length - first.taken};
-      if (!encoder.room(text.length)) break;
-      const size_t plain = copyPlain(encoder.next, text.bytes, text.length, escape);
-      encoder.next += plain;
-      text = {text.bytes + plain, text.length - plain};
+  [[gnu::noinline]] void put(Text text) {
+    if (!room(text.length)) return;
+    copyShort(next, text.bytes, text.length);
+    next += text.length;
+  }
+
+  void write(const Content &content) {
+    switch (content.kind) {
+    case ContentKind::Characters: return escaped(content.text, inAttributes() ? Escape::Attribute : Escape::Text);
+    case ContentKind::Section: return inAttributes() ? escaped(content.text, Escape::Attribute) : cdata(content.text);
+    case ContentKind::Digits: return put(content.text);
+    case ContentKind::Markup: return inAttributes() ? fail(STATUS_WRITE_FAILED) : put(content.text);
+    case ContentKind::Bytes: return hexadecimal(content.text);
     }
-    return encoder;
   }
 
-  // With a text in a CDATA section. Neither "]]>" nor a carriage return can stand in one: both end it, and another
-  // begins behind.
-  [[gnu::noinline]] static Encoder withSection(Encoder encoder, Text text) {
-    if (!isXmlText(text.bytes, text.length)) encoder.fail(STATUS_INVALID_UTF8);
-    encoder.put({"<![CDATA[", 9});
+  void escaped(Text text, Escape escape) {
+    if (!room(text.length)) return; // nothing is written in fewer bytes than it has
+    const size_t plain = copyPlain(next, text.bytes, text.length, escape);
+    next += plain;
+    if (plain != text.length) escapedRest({text.bytes + plain, text.length - plain}, escape);
+  }
+
+  // Neither "]]>" nor a carriage return can stand in a section: both end it, and another begins behind.
+  void cdata(Text text) {
+    if (!isXmlText(text.bytes, text.length)) return fail(STATUS_INVALID_UTF8);
+    put({"<![CDATA[", 9});
     size_t from = 0;
     for (size_t i = 0; i < text.length; i++) {
       const char byte = text.bytes[i];
       const bool endsSection = byte == '>' && i >= 2 && text.bytes[i - 1] == ']' && text.bytes[i - 2] == ']';
       if (!endsSection && byte != '\r') continue;
-      encoder.put({text.bytes + from, i - from});
+      put({text.bytes + from, i - from});
       if (endsSection) {
-        encoder.put({"]]><![CDATA[", 12});
+        put({"]]><![CDATA[", 12});
         from = i;
       } else {
-        encoder.put({"]]>&#13;<![CDATA[", 17});
+        put({"]]>&#13;<![CDATA[", 17});
         from = i + 1;
       }
     }
-    encoder.put({text.bytes + from, text.length - from});
-    encoder.put({"]]>", 3});
-    return encoder;
+    put({text.bytes + from, text.length - from});
+    put({"]]>", 3});
   }
 
-  [[gnu::noinline]] static Encoder withTagClosed(Encoder encoder) {
-    if (!encoder.refusesMarkup()) encoder.closeTag();
-    return encoder;
+  void hexadecimal(Text bytes) {
+    if (bytes.length > SIZE_MAX / 2) return fail(STATUS_BUFFER_OVERFLOW);
+    if (!room(2 * bytes.length)) return;
+    constexpr char digit[] = "0123456789ABCDEF";
+    char *to = next;
+    for (size_t i = 0; i < bytes.length; i++) {
+      const unsigned char byte = static_cast<unsigned char>(bytes.bytes[i]);
+      *to++ = digit[byte >> 4];
+      *to++ = digit[byte & 0xF];
+    }
+    next = to;
   }
 
-  [[gnu::noinline]] static Encoder withTagEmpty(Encoder encoder) {
-    if (encoder.refusesMarkup()) return encoder;
-    encoder.addRootDeclaration(encoder.state().tag);
-    encoder.put({"/>", 2});
-    encoder.tagOpen = false;
-    return encoder;
-  }
-
-  [[gnu::noinline]] static Encoder withRootStart(Encoder encoder, Name name, const RtxNamespace *ns, bool empty) {
-    OpenTag tag;
-    encoder.writeStart(tag, name, ns);
-    encoder.addRootDeclaration(tag);
-    encoder.put(empty ? Text{"/>", 2} : Text{">", 1});
-    return encoder;
+  // The rest of a text, whose first character cannot simply be copied.
+  void escapedRest(Text text, Escape escape) {
+    while (text.length != 0) {
+      const Escaped first = escapeFirst(text.bytes, text.length, escape);
+      if (first.taken == 0) return fail(STATUS_INVALID_UTF8);
+      put({first.bytes, first.length});
+      text = {text.bytes + first.taken, text.length - first.taken};
+      if (!room(text.length)) return;
+      const size_t plain = copyPlain(next, text.bytes, text.length, escape);
+      next += plain;
+      text = {text.bytes + plain, text.length - plain};
+    }
   }
 
   // An element cannot begin or end inside an attribute's value.
@@ -384,34 +374,12 @@ private:
     tag.isRoot = state().rootPending;
   }
 
-  void writeWholeStart(const Name &name, bool empty) {
-    if (!room(name.length() + (empty ? 3 : 2))) return;
-    char *to = next;
-    *to = '<';
-    to = name.writeTo(to + 1);
-    if (empty) *to++ = '/';
-    *to++ = '>';
-    next = to;
-  }
-
   void writeEnd(const Name &name) {
     if (!room(name.length() + 3)) return;
     char *to = next;
     *to++ = '<';
     *to++ = '/';
     to = name.writeTo(to);
-    *to++ = '>';
-    next = to;
-  }
-
-  // The same for a name that stands in the output already.
-  void writeEndOf(size_t nameAt, size_t nameLength) {
-    if (!room(nameLength + 3)) return;
-    char *to = next;
-    *to++ = '<';
-    *to++ = '/';
-    copyShort(to, ctx->buffer.data + nameAt, nameLength);
-    to += nameLength;
     *to++ = '>';
     next = to;
   }
@@ -424,6 +392,10 @@ private:
   void closeTag() {
     terminateTag(state().tag);
     tagOpen = false;
+  }
+
+  void closeTagForElement() {
+    if (!refusesMarkup() && tagOpen) closeTag();
   }
 
   // A root whose prefix the context declares must not go without that declaration.
@@ -534,18 +506,9 @@ private:
   bool tagOpen = false;
 };
 
-// Every other case of text.
-[[gnu::noinline]] int encodeText(RuntimeContext *ctx, Text text, bool inSection, const char *elementName,
-                                 const RtxNamespace *ns) {
+int encodeElement(RuntimeContext *ctx, const char *elementName, const RtxNamespace *ns, Content content) {
   Encoder encoder(ctx);
-  if (encoder.failed()) return encoder.finish();
-  encoder.simpleElement(elementName, ns, text.length == 0 && !inSection, [&] {
-    if (inSection) {
-      encoder.cdata(text);
-    } else {
-      encoder.escaped(text, encoder.inAttributes() ? Escape::Attribute : Escape::Text);
-    }
-  });
+  if (!encoder.failed()) encoder.simpleElement(elementName, ns, content);
   return encoder.finish();
 }
 
@@ -612,14 +575,13 @@ void EncodeState::destroy(Heap &heap) {
 using rt::Encoder;
 
 int rtXmlEncStartDocument(RuntimeContext *ctx) {
-  constexpr char declaration[] = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
   if (!rt::usable(ctx)) return STATUS_BAD_CONTEXT;
   RtxInternals &internals = *ctx->internals;
   ctx->state = XMLSTATE_INITIAL;
   internals.encode.reset();
   internals.namespaces.beginDocument();
   Encoder encoder(ctx);
-  encoder.put({declaration, sizeof declaration - 1});
+  encoder.xmlDeclaration();
   const int status = encoder.finish();
   if (status == 0) internals.encode.rootPending = true;
   return status;
@@ -672,9 +634,10 @@ int rtXmlEncEndElement(RuntimeContext *ctx, const char *localName, const RtxName
 int rtXmlEncString(RuntimeContext *ctx, const RtxXmlString *text, const char *elementName, const RtxNamespace *ns) {
   if (!rt::usable(ctx)) return STATUS_BAD_CONTEXT;
   const rt::Text content = rt::textOf(text == nullptr ? nullptr : text->value);
-  const bool inSection = content.bytes != nullptr && text->cdata && ctx->state != XMLSTATE_IN_ATTRIBUTES;
+  const bool inSection = text != nullptr && text->cdata;
   if (!inSection && rt::writePlainElement(ctx, content, elementName, ns)) return 0;
-  return rt::encodeText(ctx, content, inSection, elementName, ns);
+  const rt::ContentKind kind = inSection ? rt::ContentKind::Section : rt::ContentKind::Characters;
+  return rt::encodeElement(ctx, elementName, ns, {kind, content});
 }
 
 int rtXmlEncUTF8Str(RuntimeContext *ctx, const char *text, const char *elementName, const RtxNamespace *ns) {
@@ -686,26 +649,19 @@ int rtXmlEncUInt(RuntimeContext *ctx, uint32_t value, const char *elementName, c
   if (!rt::usable(ctx)) return STATUS_BAD_CONTEXT;
   const rt::Digits digits(value);
   if (rt::writePlainElement(ctx, digits.text(), elementName, ns)) return 0;
-  Encoder encoder(ctx);
-  if (!encoder.failed()) encoder.simpleElement(elementName, ns, false, [&] { encoder.put(digits.text()); });
-  return encoder.finish();
+  return rt::encodeElement(ctx, elementName, ns, {rt::ContentKind::Digits, digits.text()});
 }
 
 int rtXmlEncHexBinary(RuntimeContext *ctx, uint32_t length, const uint8_t *bytes, const char *elementName,
                       const RtxNamespace *ns) {
-  Encoder encoder(ctx);
-  if (bytes == nullptr) length = 0;
-  if (!encoder.failed())
-    encoder.simpleElement(elementName, ns, length == 0, [&] { encoder.hexadecimal(bytes, length); });
-  return encoder.finish();
+  const rt::Text content = {reinterpret_cast<const char *>(bytes), length};
+  return rt::encodeElement(ctx, elementName, ns, {rt::ContentKind::Bytes, content});
 }
 
 int rtXmlEncAny(RuntimeContext *ctx, const RtxXmlString *fragment, const char *elementName, const RtxNamespace *ns) {
-  Encoder encoder(ctx);
-  if (encoder.failed() || fragment == nullptr || fragment->value == nullptr) return encoder.finish();
-  const rt::Text text = rt::textOf(fragment->value);
-  encoder.simpleElement(elementName, ns, text.length == 0, [&] { encoder.markup(text); });
-  return encoder.finish();
+  const rt::Text text = rt::textOf(fragment == nullptr ? nullptr : fragment->value);
+  if (text.bytes == nullptr) return rt::usable(ctx) ? 0 : STATUS_BAD_CONTEXT;
+  return rt::encodeElement(ctx, elementName, ns, {rt::ContentKind::Markup, text});
 }
 
 int rtXmlEncUTF8Attr2(RuntimeContext *ctx, const char *name, size_t nameLength, const char *value, size_t valueLength) {

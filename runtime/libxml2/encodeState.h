@@ -15,7 +15,7 @@ struct OpenTag {
   size_t nameEnd = 0;          // position behind its name
   size_t attributesEnd = 0;    // position behind what the primitives have written
   uint32_t prefixLength = 0;   // its prefix begins behind the "<"
-  uint64_t attributes = 0;     // one bit for each name that may be in it, see attributeBit
+  uint64_t attributes = 0;     // one bit for each name that may be in it, see AttributeName::bit
   const char *uri = nullptr;   // namespace of its name; null: not stated
 };
 

@@ -85,8 +85,8 @@ private:
 RuntimeContext *tracedContext(void *handler) {
   static_assert(offsetof(SaxTypeHandler, context) == offsetof(VsaxTypeHandler, context));
   if (handler == nullptr) return nullptr;
-  RuntimeContext *ctx;
-  memcpy(&ctx, static_cast<const char *>(handler) + offsetof(SaxTypeHandler, context), sizeof ctx);
+  const char *member = static_cast<const char *>(handler) + offsetof(SaxTypeHandler, context);
+  RuntimeContext *ctx = *reinterpret_cast<RuntimeContext *const *>(member);
   return usable(ctx) && ctx->internals->options.trace != nullptr ? ctx : nullptr;
 }
 

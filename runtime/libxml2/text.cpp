@@ -37,6 +37,8 @@ bool validUtf8(const char *text, size_t length) {
       if ((word & highBits) != 0) break;
       text += sizeof word;
     }
+    while (text != end && static_cast<signed char>(*text) >= 0)
+      ++text;
     if (text == end) break;
     const size_t taken = utf8Sequence(text, static_cast<size_t>(end - text));
     if (taken == 0) return false;

@@ -76,18 +76,25 @@ TEST_F(Encode, ElementWhoseTagWasClosedGetsAnEndTag) {
 }
 
 TEST_F(Encode, NamesCarryTheirPrefix) {
-  const RtxNamespace prefixed = {"p", "urn:a"};
-  const RtxNamespace empty = {"", "urn:a"};
-  const RtxNamespace none = {nullptr, "urn:a"};
-  ASSERT_EQ(rtXmlNSSetNamespace(ctx, nullptr, "bound", "urn:a", false), 0); // the pair decides, not the context
-  for (const auto &[ns, expected] : {std::pair(&prefixed, "<p:x><p:y>1</p:y></p:x>"),
-                                     std::pair(&empty, "<x><y>1</y></x>"), std::pair(&none, "<x><y>1</y></x>"),
-                                     std::pair(static_cast<const RtxNamespace *>(nullptr), "<x><y>1</y></x>")}) {
-    ASSERT_EQ(rtXmlEncStartElement(ctx, "x", ns, nullptr, true), 0);
-    ASSERT_EQ(rtXmlEncUInt(ctx, 1, "y", ns), 0);
-    ASSERT_EQ(rtXmlEncEndElement(ctx, "x", ns), 0);
-    EXPECT_EQ(take(), expected);
+  ASSERT_EQ(rtXmlNSSetNamespace(ctx, nullptr, "bound", "urn:a", false), 0);
+  ASSERT_EQ(rtXmlNSSetNamespace(ctx, nullptr, nullptr, "urn:d", false), 0);
+  const struct {
+    RtxNamespace ns;
+    const char *expected;
+  } rows[] = {
+      {{"p", "urn:a"}, "<p:x><p:y>1</p:y></p:x>"}, {{"p", nullptr}, "<p:x><p:y>1</p:y></p:x>"},
+      {{"", "urn:a"}, "<x><y>1</y></x>"},          {{nullptr, "urn:a"}, "<bound:x><bound:y>1</bound:y></bound:x>"},
+      {{nullptr, "urn:d"}, "<x><y>1</y></x>"},     {{nullptr, "urn:unbound"}, "<x><y>1</y></x>"},
+      {{nullptr, nullptr}, "<x><y>1</y></x>"},
+  };
+  for (const auto &row : rows) {
+    ASSERT_EQ(rtXmlEncStartElement(ctx, "x", &row.ns, nullptr, true), 0);
+    ASSERT_EQ(rtXmlEncUInt(ctx, 1, "y", &row.ns), 0);
+    ASSERT_EQ(rtXmlEncEndElement(ctx, "x", &row.ns), 0);
+    EXPECT_EQ(take(), row.expected);
   }
+  ASSERT_EQ(rtXmlEncUInt(ctx, 1, "x", nullptr), 0);
+  EXPECT_EQ(take(), "<x>1</x>");
 }
 
 TEST_F(Encode, OpenTagIsClosedByWhateverIsWrittenIntoTheElement) {

@@ -24,9 +24,9 @@ constexpr RtxEnumRow stateRows[] = {{"full", 0, 4, 0}, {"partial", 1, 7, 1}};
 
 } // namespace
 
-constexpr EnumSchema reasonEnumeration = {"tns__reason", &module, reasonRows, 2, 7};
-constexpr EnumSchema depthEnumeration = {"tns__depth", &module, depthRows, 2, 8};
-constexpr EnumSchema debugStateEnumeration = {"tns__state", &module, stateRows, 2, 9};
+constexpr EnumSchema reasonEnumeration = makeEnum("tns__reason", &module, 7, reasonRows);
+constexpr EnumSchema depthEnumeration = makeEnum("tns__depth", &module, 8, depthRows);
+constexpr EnumSchema debugStateEnumeration = makeEnum("tns__state", &module, 9, stateRows);
 
 namespace {
 

@@ -26,9 +26,9 @@ constexpr RtxEnumRow infoStateRows[] = {{"full", 0, 4, 0}, {"partial", 1, 7, 1}}
 
 } // namespace
 
-constexpr EnumSchema stateEventEnumeration = {"tns__state_event", &module, stateEventRows, 7, 11};
-constexpr EnumSchema dialogDirectionEnumeration = {"tns__dialog_direction", &module, directionRows, 2, 12};
-constexpr EnumSchema dialogInfoStateEnumeration = {"tns__dialog_info_state", &module, infoStateRows, 2, 13};
+constexpr EnumSchema stateEventEnumeration = makeEnum("tns__state_event", &module, 11, stateEventRows);
+constexpr EnumSchema dialogDirectionEnumeration = makeEnum("tns__dialog_direction", &module, 12, directionRows);
+constexpr EnumSchema dialogInfoStateEnumeration = makeEnum("tns__dialog_info_state", &module, 13, infoStateRows);
 
 namespace {
 

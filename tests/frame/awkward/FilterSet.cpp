@@ -31,7 +31,7 @@ constexpr RtxEnumRow typeTypeRows[] = {{"namespace", 1, 9, 1}, {"xpath", 0, 5, 0
 
 } // namespace
 
-constexpr EnumSchema typeTypeEnumeration = {"TypeType", &module, typeTypeRows, 2, 11};
+constexpr EnumSchema typeTypeEnumeration = makeEnum("TypeType", &module, 11, typeTypeRows);
 
 namespace {
 

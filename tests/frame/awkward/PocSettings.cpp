@@ -22,7 +22,7 @@ constexpr RtxEnumRow answerModeRows[] = {{"automatic", 0, 9, 0}, {"manual", 1, 6
 
 } // namespace
 
-constexpr EnumSchema answerModeEnumeration = {"amSettingType_answer_mode", &module, answerModeRows, 2, 6};
+constexpr EnumSchema answerModeEnumeration = makeEnum("amSettingType_answer_mode", &module, 6, answerModeRows);
 
 namespace {
 

@@ -117,6 +117,7 @@ constexpr Field makeField(const char *name, size_t offset, Part part, const Fiel
 #define CARRIED(Record, member) IMS_FIELD(Record, member, ims::Part::carried)
 
 inline constexpr size_t maximumElements = 16;
+inline constexpr size_t maximumAttributes = 32; // the bits of those that a start tag had
 
 // The rows of a type with their ids in place, and the way back from an element id to its row.
 template <size_t N> struct FieldTable {
@@ -238,6 +239,7 @@ constexpr FieldTable<N> placeFields(const Field (&rows)[N], const TypeOptions &o
   uint32_t nextBit = 1;
   uint32_t nextSeen = 1;
   if (options.elements.count > maximumElements) refuse("too many elements");
+  if (options.attributes.count > maximumAttributes) refuse("too many attributes");
   if ((options.flags & noEmptyList) != 0 && (N != 1 || !isList(rows[0].kind)))
     refuse("only a record that is a list counts its items");
   for (size_t i = 0; i < N; ++i) {
@@ -387,6 +389,32 @@ constexpr TypeSchema makeType(const FieldTable<N> &table, const TypeOptions &opt
     type.flags |= hasAttributes;
   if ((type.value != noField) != (options.content == Content::text)) refuse("text content and its member do not agree");
   return type;
+}
+
+// Compares a text with the length that stands beside it.
+constexpr bool hasLength(const char *text, size_t length) {
+  for (; length > 0; --length, ++text)
+    if (*text == '\0') return false;
+  return *text == '\0';
+}
+
+constexpr bool sortsBefore(const char *a, const char *b) {
+  for (; *a && *a == *b; ++a, ++b) {
+  }
+  return static_cast<unsigned char>(*a) < static_cast<unsigned char>(*b);
+}
+
+// Builds an enumeration from its rows, which are sorted by text.
+template <size_t N>
+constexpr EnumSchema makeEnum(const char *name, const ModuleSchema *module, uint16_t number,
+                              const RtxEnumRow (&rows)[N]) {
+  if (number == 0) refuse("enumerations are numbered as types, from 1");
+  for (size_t i = 0; i < N; ++i) {
+    if (!hasLength(rows[i].text, rows[i].length)) refuse("a text and its length do not agree");
+    if (i > 0 && !sortsBefore(rows[i - 1].text, rows[i].text)) refuse("the texts are not sorted");
+    if (rows[i].rowOfCode >= N || rows[rows[i].rowOfCode].code != i) refuse("a code does not lead to its row");
+  }
+  return {name, module, rows, static_cast<uint16_t>(N), number};
 }
 
 struct DocumentOptions {

@@ -104,7 +104,8 @@ RTX_API RtSaxReader *rtSaxCCreateXmlReader(RuntimeContext *ctx, void *handler, R
 
 /*
  * Reads the document to its end. 0 if it is well-formed, whatever the handlers made of it; else
- * STATUS_PARSE_FAILED, STATUS_LIMIT_EXCEEDED or STATUS_NO_MEMORY, recorded with its place.
+ * STATUS_PARSE_FAILED, STATUS_LIMIT_EXCEEDED or STATUS_NO_MEMORY, recorded with its place, or STATUS_BAD_CONTEXT for a
+ * reader that is null, released or parsing already.
  */
 RTX_API int rtSaxCParse(RtSaxReader *reader);
 
@@ -133,7 +134,7 @@ typedef struct RtSaxElementInfo {
  * not allowed. states has a row of stateCount cells an element: the next state, RTSAX_NOT_ALLOWED, or
  * RTSAX_FINAL, after which no child is allowed.
  * A named row matches the local name in its namespace or in none; if one matches, its cell decides. Otherwise
- * the wildcard row takes an element of another namespace or of none.
+ * the wildcard row takes an element of another namespace or of none. currentElementId does not matter.
  */
 RTX_API uint16_t rtSaxGetElemID8(uint8_t *contentState, int16_t currentElementId, const char *localName,
                                  int namespaceIndex, const RtSaxElementInfo *elements, const uint8_t *states,
@@ -185,7 +186,7 @@ RTX_API void rtSaxDiagEndFunc(void *handler, const char *function, const char *e
 /*
  * Makes block (RTSAX_DELEGATE_SIZE bytes) a handler that captures the element that it is given, with all it
  * holds, as XML text which means the same on its own. entry takes the text, on the heap, at the element's end
- * tag and is not touched before. level is 0. Returns 0 or STATUS_NO_MEMORY.
+ * tag and is not touched before. level is 0. Returns 0, STATUS_NO_MEMORY or STATUS_BAD_CONTEXT.
  */
 RTX_API int SAXAnyInit(RuntimeContext *ctx, void *block, RtxXmlString *entry, int32_t level);
 RTX_API int SAXAnyStartElement(void *handler, const char *localName, const char *qualifiedName,

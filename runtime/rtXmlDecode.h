@@ -2,7 +2,8 @@
  * Conversions from text. All but those that say otherwise read the context's text buffer from its start to its
  * size (bytes that need no NUL behind them), record no error, and leave their result untouched when they fail.
  * Each returns 0, STATUS_INVALID_LEXICAL_FORM (XML Schema's lexical space decides), STATUS_INVALID_UTF8 or
- * STATUS_NO_MEMORY. White space at both ends is skipped by all but rtXmlDecXmlStr.
+ * STATUS_NO_MEMORY, or STATUS_BAD_CONTEXT for an unusable context. White space at both ends is skipped by all but
+ * rtXmlDecXmlStr.
  */
 #ifndef RT_XML_DECODE_H
 #define RT_XML_DECODE_H

@@ -1,4 +1,7 @@
-/* The namespace bindings of a context, and the lists of declarations and foreign attributes of records. */
+/*
+ * The namespace bindings of a context, and the lists of declarations and foreign attributes of records. What returns a
+ * status gives STATUS_BAD_CONTEXT for an unusable context.
+ */
 #ifndef RT_XML_NAMESPACE_H
 #define RT_XML_NAMESPACE_H
 

@@ -2,6 +2,9 @@
  * The runtime context: everything that one conversation with the codec keeps between calls.
  *
  * A context belongs to one thread at a time; different contexts may be used on different threads at once.
+ * Callbacks that run while a reader parses (handlers, trace, allocator) must not reset or free the context; a reset is
+ * then ignored. While a reader is at work, from its creation to its release, input and output cannot be set:
+ * STATUS_BAD_CONTEXT.
  * Nothing in the runtime is shared between contexts.
  */
 #ifndef RTX_CONTEXT_H

@@ -42,8 +42,9 @@ RTX_API void rtxMemBufReset(RtxMemBuf *buffer);
 /* ---- Text buffer ------------------------------------------------------------------------------------------ */
 
 /*
- * Makes room for count more bytes behind byteIndex. Returns 0, STATUS_BUFFER_OVERFLOW when a fixed buffer has no
- * room, STATUS_NO_MEMORY when a growing one cannot grow. May move the data: read data and byteIndex again.
+ * Makes room for count more bytes behind byteIndex. Returns 0, STATUS_BUFFER_OVERFLOW when there is no output or a
+ * fixed buffer has no room, STATUS_NO_MEMORY when a growing one cannot grow. May move the data: read data and byteIndex
+ * again.
  */
 RTX_API int rtxCheckBuffer(RuntimeContext *ctx, size_t count);
 

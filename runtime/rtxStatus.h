@@ -29,7 +29,7 @@ enum RtxStatus {
   STATUS_INVALID_CHOICE = -9,        /* a selector names no alternative [selector] */
   STATUS_NO_MEMORY = -10,            /* the heap or the system has no more storage */
   STATUS_CONSTRAINT_VIOLATION = -16, /* a value breaks a facet of the schema [field, value] */
-  STATUS_READER_FAILED = -26,        /* no reader could be created: the context has no input */
+  STATUS_READER_FAILED = -26,        /* no reader could be created, most often for lack of input */
   STATUS_UNKNOWN_ATTRIBUTE = -33,    /* an attribute that the type does not have [type, attribute] */
   STATUS_UNEXPECTED_ELEMENT = -41,   /* an element that is not allowed where it stands [element] */
   STATUS_INVALID_CONTENT = -44,      /* a child's text does not convert [text, type, element] */

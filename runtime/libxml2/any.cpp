@@ -119,8 +119,13 @@ int use(AnyHandler &self, FragmentNames &names, Text prefix) {
   if (names.inside.find(prefix.bytes, prefix.length) != nullptr) return 0;
   if (names.fromOutside.find(prefix.bytes, prefix.length) != nullptr) return 0;
   const Binding *binding = internals.namespaces.find(prefix.bytes, prefix.length);
-  if (binding != nullptr && binding->uriLength != 0)
+  if (binding != nullptr && binding->uriLength != 0) {
+    // What all fragments of a document borrow has to fit into the heap. Once it does not, copying it again for each
+    // further fragment would only cost time.
+    if (binding->uriLength > names.borrowable) return STATUS_NO_MEMORY;
+    names.borrowable -= binding->uriLength;
     return names.fromOutside.declare(internals.heap, binding->prefix, binding->uri, true, true);
+  }
   if (prefix.length != 0 || !hasTable(internals.namespaces)) return 0;
   return names.fromOutside.declare(internals.heap, "", "", true, true);
 }

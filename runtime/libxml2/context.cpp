@@ -33,6 +33,9 @@ struct WholeContext {
   RtxInternals internals;
 };
 
+// Whether the text buffer is the host's to set: a reader keeps it from its creation to its release.
+bool isFree(const RuntimeContext *ctx) { return usable(ctx) && !ctx->internals->readerActive; }
+
 // What was written to the buffer before is finished or given up.
 void setBuffer(RuntimeContext &ctx, char *data, size_t size) {
   ctx.buffer = {data, 0, size, false};
@@ -115,6 +118,7 @@ RuntimeContext *rtxContextCreate(const RuntimeOptions *options) {
 void rtxContextReset(RuntimeContext *ctx) {
   if (!rt::usable(ctx)) return;
   RtxInternals &internals = *ctx->internals;
+  if (internals.reader != nullptr && internals.reader->parsing) return;
   rt::dropBuffer(*ctx);
   ctx->state = XMLSTATE_INITIAL;
   internals.readerActive = false;
@@ -157,7 +161,7 @@ const char *rtxVersion(void) { return "1.0.0"; }
 // ---- Input ----------------------------------------------------------------------------------------------------
 
 int rtxSetInput(RuntimeContext *ctx, const char *bytes, size_t length) {
-  if (!rt::usable(ctx)) return STATUS_BAD_CONTEXT;
+  if (!rt::isFree(ctx)) return STATUS_BAD_CONTEXT;
   rt::dropBuffer(*ctx);
   if (bytes == nullptr) return 0;
   const int status = rt::checkInputLength(ctx, length);
@@ -172,7 +176,7 @@ int rtxSetInput(RuntimeContext *ctx, const char *bytes, size_t length) {
 }
 
 int rtxSetInputZ(RuntimeContext *ctx, const char *text, size_t length) {
-  if (!rt::usable(ctx)) return STATUS_BAD_CONTEXT;
+  if (!rt::isFree(ctx)) return STATUS_BAD_CONTEXT;
   rt::dropBuffer(*ctx);
   if (text == nullptr) return 0;
   const int status = rt::checkInputLength(ctx, length);
@@ -184,13 +188,13 @@ int rtxSetInputZ(RuntimeContext *ctx, const char *text, size_t length) {
 // ---- Output ---------------------------------------------------------------------------------------------------
 
 int rtxSetOutput(RuntimeContext *ctx, char *buffer, size_t size) {
-  if (!rt::usable(ctx)) return STATUS_BAD_CONTEXT;
+  if (!rt::isFree(ctx)) return STATUS_BAD_CONTEXT;
   rt::setOutput(*ctx, buffer, buffer != nullptr ? size : 0, false);
   return 0;
 }
 
 int rtxSetOutputDynamic(RuntimeContext *ctx) {
-  if (!rt::usable(ctx)) return STATUS_BAD_CONTEXT;
+  if (!rt::isFree(ctx)) return STATUS_BAD_CONTEXT;
   RtxInternals &internals = *ctx->internals;
   if (internals.output == nullptr) {
     internals.output = static_cast<char *>(internals.heap.systemAllocate(rt::firstOutputSize));

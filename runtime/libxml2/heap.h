@@ -1,8 +1,8 @@
 // The heap of a context: many small blocks that mostly live as long as a message.
 //
 // Small blocks are cut off pages one behind the other; a freed one waits in the list of its size class. A large
-// block is a piece of its own. Neither goes back to the system before the heap does: a context that has seen its
-// largest message asks the system for nothing any more.
+// block is a piece of its own. What is free is kept for the next message, unless it is very large or the bound on what
+// may be kept is reached: a context that has seen its largest message asks the system for nothing any more.
 //
 // A block is a header of four bytes and the payload, which is aligned to eight. Under AddressSanitizer all that is
 // no payload of a live block is poisoned.

@@ -472,6 +472,7 @@ int rtSaxCParse(RtSaxReader *reader) {
   reader->transcoded = false;
   reader->skipAsked = false;
   reader->lines = {};
+  reader->fragment.borrowable = reader->internals.options.heapLimit;
   reader->status = 0;
   reader->current = reader->elements;
   reader->skipped = nullptr;
@@ -490,5 +491,6 @@ void rtSaxCReleaseReader(RtSaxReader *reader) {
   reader->internals.readerActive = false;
   reader->internals.namespaces.showOuter(reader->outer);
   reader->context.buffer = reader->input;
+  reader->internals.bufferIsOutput = false;
   rtxMemBufReset(&reader->internals.readerInfo.text);
 }

@@ -63,6 +63,7 @@ enum class Event : uint8_t {
 struct FragmentNames {
   NamespaceStack inside;
   NamespaceStack fromOutside;
+  size_t borrowable = 0; // bytes of URIs that fragments of this document may still take from outside
 };
 
 } // namespace rt

@@ -65,7 +65,7 @@ int SAXSimpleTypeEndElement(void *handler, const char *, const char *qualifiedNa
   RuntimeContext *ctx = self.context;
   if (--self.level > 0) return 0;
   const RtxMemBuf &text = ctx->reader->text;
-  ctx->buffer = {text.data == nullptr ? nullptr : text.data + text.start, 0, text.used - text.start, false};
+  rtxInitContextBuffer(ctx, text.data == nullptr ? nullptr : text.data + text.start, text.used - text.start);
   ctx->state = XMLSTATE_DOC_END;
   return 0;
 }

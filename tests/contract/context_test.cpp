@@ -623,5 +623,49 @@ TEST(StatusText, OfNoStatusIsUnknown) {
   }
 }
 
+// ---- While a reader is at work ----------------------------------------------------------------------------------
+
+TEST(BusyContext, KeepsItsInputUntilTheReaderIsReleased) {
+  Context ctx;
+  char buffer[8] = "";
+  ASSERT_EQ(rtxSetInput(ctx, "<a>b</a>", 8), 0);
+  Recorder recorder(ctx);
+  RtSaxReader *reader = rtSaxCCreateXmlReader(ctx, &recorder.handler, recorder.handler.startElement,
+                                              recorder.handler.endElement, recorder.handler.characters);
+  ASSERT_NE(reader, nullptr);
+  EXPECT_EQ(rtxSetInput(ctx, "<longer/>", 9), STATUS_BAD_CONTEXT);
+  EXPECT_EQ(rtxSetInputZ(ctx, "<c/>", 4), STATUS_BAD_CONTEXT);
+  EXPECT_EQ(rtxSetOutput(ctx, buffer, sizeof buffer), STATUS_BAD_CONTEXT);
+  EXPECT_EQ(rtxSetOutputDynamic(ctx), STATUS_BAD_CONTEXT);
+  EXPECT_EQ(rtSaxCParse(reader), 0);
+  EXPECT_EQ(recorder.log, "<a>b</a>");
+  rtSaxCReleaseReader(reader);
+  EXPECT_EQ(rtxSetOutput(ctx, buffer, sizeof buffer), 0);
+}
+
+TEST(BusyContext, IsNotResetByACallback) {
+  struct Resetting {
+    RuntimeContext *ctx = nullptr;
+    static void trace(void *user, bool, const char *, const char *) {
+      rtxContextReset(static_cast<Resetting *>(user)->ctx);
+    }
+  } resetting;
+  RuntimeOptions options = defaultOptions();
+  options.trace = Resetting::trace;
+  options.traceUser = &resetting;
+  Context ctx(options);
+  resetting.ctx = ctx;
+  SaxTypeHandler handler;
+  ASSERT_EQ(rtxSetInput(ctx, "<a>text</a>", 11), 0);
+  RtSaxReader *reader =
+      rtSaxCCreateXmlReader(ctx, &handler, SAXSimpleTypeStartElement, SAXSimpleTypeEndElement, SAXSimpleTypeCharacters);
+  ASSERT_NE(reader, nullptr);
+  ASSERT_EQ(SAXSimpleTypeInit(ctx, &handler, "a"), 0);
+  EXPECT_EQ(rtSaxCParse(reader), 0);
+  EXPECT_EQ(std::string(ctx->buffer.data, ctx->buffer.size), "text");
+  rtxMemHeapFreePtr(ctx, handler.delegateStorage);
+  rtSaxCReleaseReader(reader);
+}
+
 } // namespace
 } // namespace contract

@@ -236,5 +236,39 @@ TEST(Hostile, HeapLimitEndsACaptureThatGrows) {
   EXPECT_LE(stats(ctx).peakUsed, size_t{1} << 20);
 }
 
+// A fragment copies the long name that it borrows. That a host frees what it was given does not let a small document
+// ask for that again and again.
+TEST(Hostile, FragmentsBorrowNoMoreThanTheHeapMayHold) {
+  struct Forgetful {
+    RuntimeContext *ctx = nullptr;
+    WildcardHost *host = nullptr;
+    int captured = 0;
+    static void trace(void *user, bool enter, const char *function, const char *) {
+      Forgetful &self = *static_cast<Forgetful *>(user);
+      if (enter || std::string_view(function) != "SAXAnyEndElement") return;
+      RtxXmlString &entry = *self.host->entries.back();
+      if (entry.cdata || entry.value == nullptr) return; // an entry begins with the flag set
+      ++self.captured;
+      rtxMemHeapFreePtr(self.ctx, entry.value);
+      entry.value = nullptr;
+    }
+  } forgetful;
+  constexpr size_t limit = 1 << 20;
+  RuntimeOptions options = defaultOptions();
+  options.heapLimit = limit;
+  options.trace = Forgetful::trace;
+  options.traceUser = &forgetful;
+  Context ctx(options);
+  WildcardHost host(ctx);
+  forgetful.ctx = ctx;
+  forgetful.host = &host;
+  std::string document = "<r xmlns:p='" + std::string(limit / 5, 'u') + "'>";
+  for (int i = 0; i < 20; ++i)
+    document += "<p:a/>";
+  read(ctx, document + "</r>", host);
+  EXPECT_EQ(forgetful.captured, 5);
+  EXPECT_EQ(rtxErrGetFirstError(ctx), STATUS_NO_MEMORY);
+}
+
 } // namespace
 } // namespace contract

@@ -328,4 +328,30 @@ TEST(HandlerTrace, EveryCallbackIsEnteredAndLeftUnderItsName) {
   }
 }
 
+// Handlers look at the text that they collect through the context's text buffer. What the host had set before is no
+// output any more, rather than an output that writes into that text.
+TEST(HandlersWithoutAReader, LeaveTheContextWithoutOutput) {
+  Context ctx;
+  tns__isComposing record;
+  ASSERT_EQ(QxInit_tns__isComposing(ctx, &record), 0);
+  ASSERT_EQ(rtxSetOutputDynamic(ctx), 0);
+  SaxTypeHandler handler;
+  ASSERT_EQ(QxSAX_tns__isComposing_init(ctx, &handler, &record, 0), 0);
+  const std::string text(200, 's');
+  QxSAX_tns__isComposing_startElement(&handler, "isComposing", "isComposing", nullptr);
+  for (const char *child : {"state", "contenttype"}) {
+    QxSAX_tns__isComposing_startElement(&handler, child, child, nullptr);
+    QxSAX_tns__isComposing_characters(&handler, text.data(), text.size());
+    QxSAX_tns__isComposing_endElement(&handler, child, child);
+  }
+  QxSAX_tns__isComposing_endElement(&handler, "isComposing", "isComposing");
+  rtxMemHeapFreePtr(ctx, handler.delegateStorage);
+  EXPECT_STREQ(record.tns_contenttype.value, text.c_str());
+
+  EXPECT_EQ(QxXmlE_tns_isComposing(ctx, &record), STATUS_WRITE_FAILED);
+  ASSERT_EQ(rtxSetOutputDynamic(ctx), 0);
+  EXPECT_EQ(QxXmlE_tns_isComposing(ctx, &record), 0);
+  QxMemFree_tns__isComposing(ctx, &record);
+}
+
 } // namespace

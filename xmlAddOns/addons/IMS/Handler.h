@@ -60,7 +60,8 @@ template <class Handler> int pass(Handler *handler, int status, const Field *fie
   return rtxErrSetData(handler->context, status, pathOf(handler), lineOf(handler, field, step));
 }
 
-// The same for a status that the runtime has recorded itself, unless the error count kept it out.
+// The same for a status that the runtime records itself. If the error count kept it out, there is none of it to add to,
+// or only an older one of the same kind.
 template <class Handler> void passRecorded(Handler *handler, int status, uint8_t step) {
   if (status != 0 && rtxErrGetLastError(handler->context) == status) pass(handler, status, nullptr, step);
 }
@@ -98,12 +99,8 @@ inline bool collects(const RuntimeContext *ctx) {
 // Points the text buffer at what was collected and empties the collection; its bytes stay until the next append.
 inline void viewCollectedText(RuntimeContext *ctx) {
   RtxMemBuf *collected = collectionOf(ctx);
-  if (!collected) {
-    ctx->buffer = {nullptr, 0, 0, false};
-    return;
-  }
-  char *data = collected->data ? collected->data + collected->start : nullptr;
-  ctx->buffer = {data, 0, collected->used - collected->start, false};
+  const char *data = collected && collected->data ? collected->data + collected->start : nullptr;
+  rtxInitContextBuffer(ctx, data, data ? collected->used - collected->start : 0);
   rtxMemBufReset(collected);
 }
 

@@ -67,14 +67,14 @@ int printField(int result, const char *name, const Field &field, const void *rec
   return printMember(result, Name(name, field.name).text, field, record);
 }
 
-int printChoice(const char *name, const TypeSchema &type, const void *record) {
-  int result = printf("%s.t = %d\n", name, selectorOf(record));
+int printChoice(int result, const char *name, const TypeSchema &type, const void *record) {
+  if (printf("%s.t = %d\n", name, selectorOf(record)) < 0) result = -1;
   const Field *alternative = alternativeOf(type, record);
   return alternative ? printMember(result, Name(name, "u", alternative->name).text, *alternative, record) : result;
 }
 
 int printRecordAfter(int result, const char *name, const TypeSchema &type, const void *record) {
-  if (type.content == Content::choice) return printChoice(name, type, record);
+  if (type.content == Content::choice) return printChoice(result, name, type, record);
   if (has(type, attributesOnly)) result = rtxPrintNull(name);
   // Text and declarations belong to the element itself, ahead of its attributes.
   if (type.value != noField) result = printMember(result, name, type.fields[type.value], record);

@@ -63,7 +63,8 @@ QX_API int QxPrint_tns__isComposing(const char *name, const tns__isComposing *re
  * Writes a whole document to the context's output, NUL-terminated. Errors beside those of the output
  * (STATUS_BUFFER_OVERFLOW and what rtXmlEncode.h lists): STATUS_CONSTRAINT_VIOLATION
  * ["tns__isComposing.tns_refresh", value] for a refresh of 0, STATUS_INVALID_UTF8 for a text. What was written
- * before the failure stays. The other three are its steps.
+ * before the failure stays. The other three are its steps, for hosts that call them themselves between
+ * rtXmlEncStartDocument and rtXmlEncEndDocument; outside a document a declaration would be the host's, and stay.
  */
 QX_API int QxXmlE_tns_isComposing(RuntimeContext *ctx, const tns__isComposing *record);
 QX_API int QxXmlE_tns_isComposing_StartElement(RuntimeContext *ctx, const tns__isComposing *record);
@@ -85,7 +86,8 @@ QX_API int QxXmlET_tns__isComposing_EndElement(RuntimeContext *ctx, const char *
  * Reads the context's input into record, which is initialised first. Reads on after an error: what is wrong is
  * left out and recorded, the rest is in the record, which must be freed in any case. Returns the status of the
  * parse if the document is not well-formed, else that of the first error on the context, older ones included.
- * STATUS_READER_FAILED: the context has no input, and record was not touched. Errors recorded:
+ * STATUS_READER_FAILED: the context is unusable, has no input or a reader at work, or there is no storage for one;
+ * record was not touched. Errors recorded, beside STATUS_NO_MEMORY:
  *   STATUS_ROOT_MISMATCH ["isComposing", found], STATUS_UNEXPECTED_ELEMENT [element],
  *   STATUS_UNKNOWN_ATTRIBUTE [child, attribute], STATUS_INVALID_CONTENT [text, "tns__isComposing", element],
  *   STATUS_CONSTRAINT_VIOLATION ["tns__isComposing.tns_refresh", value].

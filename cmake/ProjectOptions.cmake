@@ -26,9 +26,11 @@ target_compile_options(
             -Wpedantic
             -Wconversion
             -Wshadow
-            # g++ takes what the sanitizers add for reads of uninitialised members of the standard library.
-            $<$<AND:$<CXX_COMPILER_ID:GNU>,$<BOOL:${IMSCODEC_SANITIZE}>>:-Wno-maybe-uninitialized>
             $<$<BOOL:${IMSCODEC_WERROR}>:-Werror>)
+if(IMSCODEC_SANITIZE)
+  # g++ takes what the sanitizers add for reads of uninitialised members of the standard library.
+  target_compile_options(imscodec-warnings INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
+endif()
 
 # What both libraries share: no exceptions, no run-time type information, and nothing visible that is not marked so.
 add_library(imscodec-library-options INTERFACE)

@@ -240,4 +240,14 @@ std::string output(RuntimeContext *ctx) {
   return bytes == nullptr ? "no output"s : std::string(bytes, length);
 }
 
+std::string utf16(std::string_view ascii, bool bigEndian, bool mark) {
+  std::string text = !mark ? "" : bigEndian ? "\xFE\xFF" : "\xFF\xFE";
+  for (const char c : ascii) {
+    if (bigEndian) text += '\0';
+    text += c;
+    if (!bigEndian) text += '\0';
+  }
+  return text;
+}
+
 } // namespace contract

@@ -138,4 +138,7 @@ inline constexpr std::string_view notWellFormed = "not well-formed";
 // The output of a context as text.
 std::string output(RuntimeContext *ctx);
 
+// An ASCII text in UTF-16, with or without its byte order mark.
+std::string utf16(std::string_view ascii, bool bigEndian, bool mark = true);
+
 } // namespace contract

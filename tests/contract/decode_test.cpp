@@ -398,7 +398,6 @@ TEST(WhiteSpace, IsCollapsedInPlace) {
 }
 
 // ---- Hexadecimal
-// -----------------------------------------------------------------------------------------------------
 
 struct HexOutcome {
   int status;
@@ -508,7 +507,6 @@ TEST(Hexadecimal, WholeTextGivesBytesOnTheHeap) {
 }
 
 // ---- Names
-// -----------------------------------------------------------------------------------------------------------
 
 TEST(QualifiedName, IsSplitAtItsColon) {
   Context ctx;

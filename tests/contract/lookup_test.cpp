@@ -162,7 +162,6 @@ TEST(SecondLookup, SkipsEvenWhenTheCounterRefuses) {
 }
 
 // ---- Attributes
-// --------------------------------------------------------------------------------------------------------
 
 TEST(AttributeLookup, GivesIndexAndBit) {
   std::vector<std::string> texts;
@@ -271,7 +270,6 @@ TEST(RuntimeRecords, HaveDistinctStableLines) {
 }
 
 // ---- The counter
-// -------------------------------------------------------------------------------------------------------
 
 TEST(ErrorCounter, AllowsAsManyAsItsLimitInEachReader) {
   for (const uint32_t limit : {0u, 1u, 3u, 100u}) {
@@ -354,7 +352,6 @@ TEST(WithoutReader, HelpersStayHarmless) {
 }
 
 // ---- The trace
-// ---------------------------------------------------------------------------------------------------------
 
 TEST(Trace, SeesEntryAndExit) {
   std::string seen;

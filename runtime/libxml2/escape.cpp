@@ -1,5 +1,7 @@
 #include "escape.h"
 
+#include "text.h"
+
 #include <charconv>
 #include <stdint.h>
 #include <string.h>
@@ -67,8 +69,6 @@ struct PlainBytes {
 
 constexpr PlainBytes plainBytes;
 
-constexpr bool isContinuation(unsigned char byte) { return (byte & 0xC0) == 0x80; }
-
 constexpr bool isNameStart(unsigned char byte) {
   return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || byte == '_' || byte >= 0x80;
 }
@@ -94,23 +94,9 @@ size_t copyPlain(char *to, const char *text, size_t length, Escape escape) {
 }
 
 size_t multiByteCharacter(const char *text, size_t length) {
-  const unsigned char *bytes = reinterpret_cast<const unsigned char *>(text);
-  if (length < 2 || !isContinuation(bytes[1])) return 0;
-  const unsigned char first = bytes[0];
-  const unsigned char second = bytes[1];
-  if (first >= 0xC2 && first <= 0xDF) return 2;
-  if (length < 3 || !isContinuation(bytes[2])) return 0;
-  if (first >= 0xE0 && first <= 0xEF) {
-    if (first == 0xE0 && second < 0xA0) return 0;                                            // overlong
-    if (first == 0xED && second >= 0xA0) return 0;                                           // surrogate
-    if (first == 0xEF && second == 0xBF && (bytes[2] == 0xBE || bytes[2] == 0xBF)) return 0; // U+FFFE, U+FFFF
-    return 3;
-  }
-  if (length < 4 || !isContinuation(bytes[3])) return 0;
-  if (first < 0xF0 || first > 0xF4) return 0;
-  if (first == 0xF0 && second < 0x90) return 0;  // overlong
-  if (first == 0xF4 && second >= 0x90) return 0; // behind U+10FFFF
-  return 4;
+  const size_t taken = utf8Sequence(text, length);
+  const bool noCharacter = taken == 3 && (memcmp(text, "\xEF\xBF\xBE", 3) == 0 || memcmp(text, "\xEF\xBF\xBF", 3) == 0);
+  return noCharacter ? 0 : taken; // U+FFFE and U+FFFF
 }
 
 Escaped escapeFirst(const char *text, size_t length, Escape escape) {

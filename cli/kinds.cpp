@@ -60,7 +60,7 @@ struct RootFinder {
     rtXmlDecQName(context, qualifiedName, nullptr, &prefix);
     kind = kindOf(localName, rtXmlNSGetIndex(context, prefix));
     if (kind) return;
-    rtxErrAddStrParm(context, kindNames().c_str());
+    rtxErrAddStrParm(context, "one that imscodec kinds lists");
     rtxErrAddStrParm(context, qualifiedName);
     rtxErrSetNewData(context, STATUS_ROOT_MISMATCH, sourcePath, lineRoot);
   }
@@ -100,13 +100,6 @@ const DocumentSchema *findKind(RuntimeContext *ctx) {
   // What is wrong inside the document is for its own decoder to say.
   if (finder.kind) rtxErrClear(ctx);
   return finder.kind;
-}
-
-std::string kindNames() {
-  std::string names;
-  for (const DocumentSchema *document : ims::allDocuments())
-    names += (names.empty() ? "" : ", ") + std::string(document->root);
-  return names;
 }
 
 void printKinds(bool json) {

@@ -14,9 +14,6 @@ const ims::DocumentSchema *kindNamed(const std::string &name);
 // since the codec reads a root whatever its namespace is. Null if there is none; the reason is recorded on the context.
 const ims::DocumentSchema *findKind(RuntimeContext *ctx);
 
-// All names, for people.
-std::string kindNames();
-
 // Prints the table of kinds.
 void printKinds(bool json);
 

@@ -56,7 +56,7 @@ void addKindOption(CLI::App &command, std::string &kind) {
   command.add_option("--kind", kind, "Read the document as this kind, whatever its root element is (see kinds)")
       ->type_name("NAME")
       ->check([](const std::string &name) {
-        return kindNamed(name) ? std::string() : "there is no kind " + name + ", but " + kindNames();
+        return kindNamed(name) ? std::string() : "there is no kind " + name + "; imscodec kinds lists them";
       });
 }
 

@@ -1,6 +1,6 @@
 // Documents cut off and storage that runs out, at every point.
 #include "awkward/DebugEvent.h"
-#include "awkward/DialogInfo.h"
+#include "DialogInfo/QxXmlDialogInfoTables.h"
 #include "awkward/FilterSet.h"
 #include "awkward/ImCn.h"
 #include "awkward/PocSettings.h"
@@ -28,14 +28,14 @@ struct Sample {
 };
 
 const Sample samples[] = {
-    {"DialogInfo", awkward::tns_dialog_infoDocument,
+    {"DialogInfo", tns_dialog_infoDocument,
      "<dialog-info xmlns='urn:ietf:params:xml:ns:dialog-info' version='1' state='full' entity='e'><dialog id='d' "
      "call-id='c' direction='recipient'><state event='error' code='404' xmlns:q='urn:q'>gone</state><duration>5"
      "</duration><replaces call-id='c' local-tag='l' remote-tag='r'/><referred-by display-name='n'>u</referred-by>"
      "<route-set><hop>h</hop><hop/></route-set><local><identity>i</identity><target uri='u'><param pname='p' pval='v'/>"
      "</target><session-description type='t'>s</session-description><cseq>1</cseq><f:a xmlns:f='urn:f'>t<f:b/></f:a>"
      "</local></dialog><g:a xmlns:g='urn:g'/></dialog-info>"},
-    {"State", awkward::tns_stateDocument,
+    {"State", tns_stateDocument,
      "<p:state xmlns:p='urn:ietf:params:xml:ns:dialog-info' code='200'>ok</p:state>"},
     {"RuleSet", awkward::cp_rulesetDocument,
      "<ruleset xmlns='urn:ietf:params:xml:ns:common-policy'><rule id='1'><conditions><identity><one id='o'><f:a "

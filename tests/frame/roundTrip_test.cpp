@@ -1,6 +1,6 @@
 // Every type with random values through every engine.
 #include "awkward/Awkward.h"
-#include "awkward/DialogInfo.h"
+#include "DialogInfo/QxXmlDialogInfoTables.h"
 #include "context.h"
 #include "input.h"
 #include "output.h"
@@ -87,19 +87,19 @@ TEST_P(EveryType, InitLeavesTheRecordAloneWithoutAContext) {
 
 TEST(RoundTrip, CharacterDataSectionsAreReadAsText) {
   Context ctx;
-  Record record(ctx, awkward::tns_sessdSchema);
-  auto &sessd = record.as<awkward::tns_sessd>();
+  Record record(ctx, tns_sessdSchema);
+  auto &sessd = record.as<tns_sessd>();
   sessd.value = frame::text(ctx, "a<b]]>c");
   sessd.value.cdata = true;
   sessd.tns_type = frame::text(ctx, "x/y");
-  const DocumentSchema document = frame::documentOf(awkward::tns_sessdSchema);
+  const DocumentSchema document = frame::documentOf(tns_sessdSchema);
   const std::string text = frame::encode(ctx, document, record.data());
   EXPECT_NE(text.find("<![CDATA["), std::string::npos) << text;
-  Record read(ctx, awkward::tns_sessdSchema);
+  Record read(ctx, tns_sessdSchema);
   support::setInput(ctx, text);
   ASSERT_EQ(decodeDocument(ctx, document, read.data()), 0);
-  EXPECT_STREQ(read.as<awkward::tns_sessd>().value.value, "a<b]]>c");
-  EXPECT_FALSE(read.as<awkward::tns_sessd>().value.cdata);
+  EXPECT_STREQ(read.as<tns_sessd>().value.value, "a<b]]>c");
+  EXPECT_FALSE(read.as<tns_sessd>().value.cdata);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "IsComposing/QxXmlIsComposingTables.h"
 #include "awkward/Awkward.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <map>
 #include <set>
@@ -18,7 +19,7 @@ std::vector<const DocumentSchema *> everyDocument() {
   for (const DocumentSchema *document : allDocuments())
     all.push_back(document);
   for (const DocumentSchema *document : awkward::awkwardDocuments())
-    all.push_back(document);
+    if (std::find(all.begin(), all.end(), document) == all.end()) all.push_back(document);
   return all;
 }
 

@@ -1,6 +1,6 @@
 // The levels of every handler of a chain after every event.
 #include "awkward/DebugEvent.h"
-#include "awkward/DialogInfo.h"
+#include "DialogInfo/QxXmlDialogInfoTables.h"
 #include "awkward/FilterSet.h"
 #include "awkward/ImCn.h"
 #include "awkward/RuleSet.h"
@@ -78,13 +78,13 @@ std::string root(const DocumentSchema &document, const std::string &attributes, 
 }
 
 std::string dialog(const std::string &content) {
-  return root(awkward::tns_dialogDocument, " id=\"d\"", "<state>s</state>" + content);
+  return root(tns_dialogDocument, " id=\"d\"", "<state>s</state>" + content);
 }
 
 std::string ruleset(const std::string &content) { return root(awkward::cp_rulesetDocument, "", content); }
 
 const Case cases[] = {
-    {"RefusedInsideADelegate", awkward::tns_dialogDocument,
+    {"RefusedInsideADelegate", tns_dialogDocument,
      dialog("<local><bogus><identity>i</identity></bogus><cseq>5</cseq></local><remote/>"),
      "<dialog> 1 s2\n"
      "<state> 2>1 s2\n"
@@ -103,7 +103,7 @@ const Case cases[] = {
      "r.tns_state = \"s\"\n"
      "r.tns_local.tns_cseq = 5\n"
      "r.tns_id = \"d\"\n"},
-    {"RefusedFourHandlersDeep", awkward::tns_dialogDocument,
+    {"RefusedFourHandlersDeep", tns_dialogDocument,
      dialog("<local><target uri=\"u\"><param pname=\"p\" pval=\"v\"><x><y/></x></param>"
             "<param pname=\"q\" pval=\"w\"/></target><cseq>7</cseq></local>"),
      "<dialog> 1 s2\n"
@@ -134,7 +134,7 @@ const Case cases[] = {
      "r.tns_local.tns_target.tns_uri = \"u\"\n"
      "r.tns_local.tns_cseq = 7\n"
      "r.tns_id = \"d\"\n"},
-    {"ConversionFailsAtTheEndTag", awkward::tns_dialogDocument,
+    {"ConversionFailsAtTheEndTag", tns_dialogDocument,
      dialog("<duration>abc</duration><local><cseq>1</cseq></local>"),
      "<dialog> 1 s2\n"
      "<state> 2>1 s2\n"
@@ -153,7 +153,7 @@ const Case cases[] = {
      "r.tns_state = \"s\"\n"
      "r.tns_local.tns_cseq = 1\n"
      "r.tns_id = \"d\"\n"},
-    {"ForeignElementsInside", awkward::tns_dialogDocument,
+    {"ForeignElementsInside", tns_dialogDocument,
      dialog("<local><x:foo xmlns:x=\"urn:x\" k=\"1\">t<x:bar><cseq>5</cseq></x:bar>u</x:foo><x:z "
             "xmlns:x=\"urn:x\"/></local>"),
      "<dialog> 1 s2\n"
@@ -180,7 +180,7 @@ const Case cases[] = {
      "k=\\\"1\\\">t<x:bar><cseq>5</cseq></x:bar>u</x:foo>\"\n"
      "r.tns_local[1] = \"<x:z xmlns:x=\\\"urn:x\\\"/>\"\n"
      "r.tns_id = \"d\"\n"},
-    {"MisplacedChildWithKnownNamesInside", awkward::tns_dialogDocument,
+    {"MisplacedChildWithKnownNamesInside", tns_dialogDocument,
      dialog("<local><cseq>1</cseq><identity>x<cseq>9</cseq></identity><cseq>2</cseq></local>"),
      "<dialog> 1 s2\n"
      "<state> 2>1 s2\n"
@@ -198,8 +198,8 @@ const Case cases[] = {
      "r.tns_state = \"s\"\n"
      "r.tns_local.tns_cseq = 1\n"
      "r.tns_id = \"d\"\n"},
-    {"TextAroundARefusedChildIsJoined", awkward::tns_dialogDocument,
-     root(awkward::tns_dialogDocument, " id=\"d\"", "<state>conf<b>zz</b>irmed</state>"),
+    {"TextAroundARefusedChildIsJoined", tns_dialogDocument,
+     root(tns_dialogDocument, " id=\"d\"", "<state>conf<b>zz</b>irmed</state>"),
      "<dialog> 1 s2\n"
      "<state> 2>1 s2\n"
      "'conf' 2>1 s4\n"
@@ -210,7 +210,7 @@ const Case cases[] = {
      "-41(b)",
      "r.tns_state = \"confirmed\"\n"
      "r.tns_id = \"d\"\n"},
-    {"ElementInsideASimpleChild", awkward::tns_dialogDocument, dialog("<duration>1<b>2</b>3</duration>"),
+    {"ElementInsideASimpleChild", tns_dialogDocument, dialog("<duration>1<b>2</b>3</duration>"),
      "<dialog> 1 s2\n"
      "<state> 2>1 s2\n"
      "'s' 2>1 s4\n"
@@ -227,7 +227,7 @@ const Case cases[] = {
      "r.tns_state = \"s\"\n"
      "r.tns_duration = 123\n"
      "r.tns_id = \"d\"\n"},
-    {"EmptyRouteSet", awkward::tns_dialogDocument, dialog("<route-set/><local/>"),
+    {"EmptyRouteSet", tns_dialogDocument, dialog("<route-set/><local/>"),
      "<dialog> 1 s2\n"
      "<state> 2>1 s2\n"
      "'s' 2>1 s4\n"
@@ -240,7 +240,7 @@ const Case cases[] = {
      "-16(tns__dialog_route_set.count|int 0)",
      "r.tns_state = \"s\"\n"
      "r.tns_id = \"d\"\n"},
-    {"RouteSetWithAnotherName", awkward::tns_dialogDocument,
+    {"RouteSetWithAnotherName", tns_dialogDocument,
      dialog("<route-set><hop>a</hop><leap>b<hop>c</hop></leap><hop>d</hop></route-set>"),
      "<dialog> 1 s2\n"
      "<state> 2>1 s2\n"
@@ -333,7 +333,7 @@ const Case cases[] = {
      "</rule> 1 s5\n"
      "</ruleset> 0 s5\n",
      "-41(actions)", "r.cp_rule[0].cp_id = \"1\"\n"},
-    {"CutOffInsideAForeignElement", awkward::tns_dialogDocument,
+    {"CutOffInsideAForeignElement", tns_dialogDocument,
      "<dialog xmlns=\"urn:ietf:params:xml:ns:dialog-info\" id=\"d\"><state>s</state><local><x:f xmlns:x=\"urn:x\">te",
      "<dialog> 1 s2\n"
      "<state> 2>1 s2\n"

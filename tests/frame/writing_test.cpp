@@ -1,6 +1,6 @@
 // What encoders make of records, right and wrong ones.
 #include "awkward/DebugEvent.h"
-#include "awkward/DialogInfo.h"
+#include "DialogInfo/QxXmlDialogInfoTables.h"
 #include "awkward/FilterSet.h"
 #include "awkward/ImCn.h"
 #include "awkward/PocSettings.h"
@@ -412,7 +412,7 @@ TEST(Trail, LeadsFromTheFieldToTheDocument) {
   for (uint32_t i = 0; i < error->siteCount; ++i)
     lines.push_back(error->sites[i].line);
   EXPECT_EQ(lines, expected);
-  EXPECT_STREQ(error->sites[0].path, "awkward/DialogInfoEnc");
+  EXPECT_STREQ(error->sites[0].path, "xmlAddOns/addons/IMS/DialogInfo/QxXmlDialogInfoEnc");
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 #include "Awkward.h"
 
 #include "DebugEvent.h"
-#include "DialogInfo.h"
+#include "DialogInfo/QxXmlDialogInfoTables.h"
 #include "FilterSet.h"
 #include "ImCn.h"
 #include "PocSettings.h"
@@ -60,8 +60,8 @@ constexpr const ims::TypeSchema *types[] = {
 };
 
 constexpr const ims::EnumSchema *enumerations[] = {
-    &stateEventEnumeration, &dialogDirectionEnumeration, &dialogInfoStateEnumeration, &typeTypeEnumeration,
-    &answerModeEnumeration, &reasonEnumeration,          &depthEnumeration,           &debugStateEnumeration,
+    &tns__dialog_info_stateEnum, &tns__state_eventEnum, &tns__dialog_directionEnum, &typeTypeEnumeration,
+    &answerModeEnumeration,      &reasonEnumeration,    &depthEnumeration,          &debugStateEnumeration,
 };
 
 constexpr const ims::DocumentSchema *documents[] = {

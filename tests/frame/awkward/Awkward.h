@@ -1,5 +1,5 @@
-// Record types whose tables use everything that tables can say. They stand for the library's own types in the tests
-// of the engines, in a namespace of their own, so that nothing here meets a name of the library.
+// Record types whose tables use everything that tables can say, for the tests of the engines: those of the library
+// that do, and more in a namespace of their own, so that nothing here meets a name of the library.
 //
 // A record and its rows stand in the sources beside this one, by vocabulary; awkwardTypes and awkwardDocuments list
 // them all.
@@ -50,9 +50,6 @@ inline constexpr ims::HandlerCallbacks decoding = {onStart<SaxTypeHandler>, onEn
 inline constexpr ims::HandlerCallbacks validating = {onStart<VsaxTypeHandler>, onEnd<VsaxTypeHandler>,
                                                      onCharacters<VsaxTypeHandler>};
 
-inline constexpr uint8_t no = RTSAX_NOT_ALLOWED;
-inline constexpr uint8_t fin = RTSAX_FINAL;
-inline constexpr uint32_t many = RTSAX_UNBOUNDED;
 
 std::span<const ims::TypeSchema *const> awkwardTypes();
 std::span<const ims::EnumSchema *const> awkwardEnumerations();

@@ -45,11 +45,11 @@ constexpr uint8_t startStates[] = {
 constexpr TypeOptions tns__start_triggerOptions = {.name = "tns__start_trigger",
                                                    .module = &module,
                                                    .number = 1,
+                                                   .decoding = decoding,
+                                                   .validating = validating,
                                                    .content = Content::elements,
                                                    .elements = startElements,
-                                                   .states = startStates,
-                                                   .decoding = decoding,
-                                                   .validating = validating};
+                                                   .states = startStates};
 constexpr Field tns__start_triggerRows[] = {
     ELEMENT(tns__start_trigger, tns_from, .bit = 1),
     ELEMENT(tns__start_trigger, tns_to, .bit = 2),
@@ -69,11 +69,11 @@ constexpr uint8_t stopStates[] = {
 constexpr TypeOptions tns__stop_triggerOptions = {.name = "tns__stop_trigger",
                                                   .module = &module,
                                                   .number = 2,
+                                                  .decoding = decoding,
+                                                  .validating = validating,
                                                   .content = Content::elements,
                                                   .elements = stopElements,
-                                                  .states = stopStates,
-                                                  .decoding = decoding,
-                                                  .validating = validating};
+                                                  .states = stopStates};
 constexpr Field tns__stop_triggerRows[] = {
     ELEMENT(tns__stop_trigger, tns_time, .bit = 1, .flags = collapsed),
     ELEMENT(tns__stop_trigger, tns_time_period, .bit = 2),
@@ -89,11 +89,11 @@ constexpr uint8_t controlStates[] = {
 constexpr TypeOptions tns__controlOptions = {.name = "tns__control",
                                              .module = &module,
                                              .number = 3,
+                                             .decoding = decoding,
+                                             .validating = validating,
                                              .content = Content::elements,
                                              .elements = controlElements,
-                                             .states = controlStates,
-                                             .decoding = decoding,
-                                             .validating = validating};
+                                             .states = controlStates};
 constexpr Field tns__controlRows[] = {
     ELEMENT(tns__control, tns_interface),
     ELEMENT(tns__control, tns_depth, .bit = 1, .enumeration = &depthEnumeration),
@@ -119,13 +119,13 @@ constexpr const char *sessionAttributes[] = {"id"};
 constexpr TypeOptions tns__sessionOptions = {.name = "tns__session",
                                              .module = &module,
                                              .number = 4,
+                                             .decoding = decoding,
+                                             .validating = validating,
                                              .content = Content::elements,
                                              .elements = sessionElements,
                                              .states = sessionStates,
                                              .attributes = sessionAttributes,
-                                             .requiredAttributes = 1,
-                                             .decoding = decoding,
-                                             .validating = validating};
+                                             .requiredAttributes = 1};
 constexpr Field tns__sessionRows[] = {
     ELEMENT(tns__session, tns_start_trigger),
     ELEMENT(tns__session, tns_stop_trigger),
@@ -145,13 +145,13 @@ constexpr const char *configAttributes[] = {"aor"};
 constexpr TypeOptions tns__debugconfigOptions = {.name = "tns__debugconfig",
                                                  .module = &module,
                                                  .number = 5,
+                                                 .decoding = decoding,
+                                                 .validating = validating,
                                                  .content = Content::elements,
                                                  .elements = configElements,
                                                  .states = configStates,
                                                  .attributes = configAttributes,
-                                                 .requiredAttributes = 1,
-                                                 .decoding = decoding,
-                                                 .validating = validating};
+                                                 .requiredAttributes = 1};
 constexpr Field tns__debugconfigRows[] = {
     ELEMENT(tns__debugconfig, tns_session, .items = &tns__sessionSchema),
     ATTRIBUTE(tns__debugconfig, tns_aor),
@@ -172,13 +172,13 @@ constexpr const char *infoAttributes[] = {"version", "state"};
 constexpr TypeOptions tns__debuginfoOptions = {.name = "tns__debuginfo",
                                                .module = &module,
                                                .number = 6,
+                                               .decoding = decoding,
+                                               .validating = validating,
                                                .content = Content::elements,
                                                .elements = infoElements,
                                                .states = infoStates,
                                                .attributes = infoAttributes,
-                                               .requiredAttributes = 3,
-                                               .decoding = decoding,
-                                               .validating = validating};
+                                               .requiredAttributes = 3};
 constexpr Field tns__debuginfoRows[] = {
     ELEMENT(tns__debuginfo, tns_debugconfig, .items = &tns__debugconfigSchema),
     ELEMENT(tns__debuginfo, anyElems),

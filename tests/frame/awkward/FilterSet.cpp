@@ -22,9 +22,9 @@ constexpr TypeOptions options(const char *name, uint16_t number, Content content
   return {.name = name,
           .module = &module,
           .number = number,
-          .content = content,
           .decoding = decoding,
-          .validating = validating};
+          .validating = validating,
+          .content = content};
 }
 
 constexpr RtxEnumRow typeTypeRows[] = {{"namespace", 1, 9, 1}, {"xpath", 0, 5, 0}};

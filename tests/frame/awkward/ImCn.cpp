@@ -27,11 +27,11 @@ constexpr uint8_t alternativeStates[] = {
 constexpr TypeOptions tAlternativeServiceOptions = {.name = "tAlternativeService",
                                                     .module = &module,
                                                     .number = 1,
+                                                    .decoding = decoding,
+                                                    .validating = validating,
                                                     .content = Content::elements,
                                                     .elements = alternativeElements,
-                                                    .states = alternativeStates,
-                                                    .decoding = decoding,
-                                                    .validating = validating};
+                                                    .states = alternativeStates};
 constexpr Field tAlternativeServiceRows[] = {
     ELEMENT(tAlternativeService, type),
     ELEMENT(tAlternativeService, reason),
@@ -70,13 +70,13 @@ constexpr const char *bodyAttributes[] = {"version"};
 constexpr TypeOptions tIMS3GPPOptions = {.name = "tIMS3GPP",
                                          .module = &module,
                                          .number = 3,
+                                         .decoding = decoding,
+                                         .validating = validating,
                                          .content = Content::elements,
                                          .elements = bodyElements,
                                          .states = bodyStates,
                                          .attributes = bodyAttributes,
-                                         .requiredAttributes = 1,
-                                         .decoding = decoding,
-                                         .validating = validating};
+                                         .requiredAttributes = 1};
 constexpr Field tIMS3GPPRows[] = {
     ELEMENT(tIMS3GPP, _choice1),
     ELEMENT(tIMS3GPP, anyElems),

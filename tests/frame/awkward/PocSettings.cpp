@@ -31,11 +31,11 @@ constexpr TypeOptions isbSettingType_incoming_session_barringOptions = {.name =
                                                                             "isbSettingType_incoming_session_barring",
                                                                         .module = &module,
                                                                         .number = 1,
+                                                                        .decoding = decoding,
+                                                                        .validating = validating,
                                                                         .content = Content::nothing,
                                                                         .attributes = activeAttribute,
-                                                                        .requiredAttributes = 1,
-                                                                        .decoding = decoding,
-                                                                        .validating = validating};
+                                                                        .requiredAttributes = 1};
 constexpr Field isbSettingType_incoming_session_barringRows[] = {
     ATTRIBUTE(isbSettingType_incoming_session_barring, active)};
 
@@ -53,11 +53,11 @@ constexpr RtSaxElementInfo isbElements[] = {{"incoming-session-barring", ns, 1, 
 constexpr TypeOptions isbSettingTypeOptions = {.name = "isbSettingType",
                                                .module = &module,
                                                .number = 2,
+                                               .decoding = decoding,
+                                               .validating = validating,
                                                .content = Content::elements,
                                                .elements = isbElements,
-                                               .states = settingStates,
-                                               .decoding = decoding,
-                                               .validating = validating};
+                                               .states = settingStates};
 constexpr Field isbSettingTypeRows[] = {
     ELEMENT(isbSettingType, incoming_session_barring),
     ELEMENT(isbSettingType, anyElems),
@@ -68,11 +68,11 @@ constexpr RtSaxElementInfo amElements[] = {{"answer-mode", ns, 1, 1}, {"", ns, 0
 constexpr TypeOptions amSettingTypeOptions = {.name = "amSettingType",
                                               .module = &module,
                                               .number = 3,
+                                              .decoding = decoding,
+                                              .validating = validating,
                                               .content = Content::elements,
                                               .elements = amElements,
-                                              .states = settingStates,
-                                              .decoding = decoding,
-                                              .validating = validating};
+                                              .states = settingStates};
 constexpr Field amSettingTypeRows[] = {
     ELEMENT(amSettingType, answer_mode, .enumeration = &answerModeEnumeration),
     ELEMENT(amSettingType, anyElems),
@@ -97,14 +97,14 @@ constexpr const char *idAttribute[] = {"id"};
 constexpr TypeOptions entityTypeOptions = {.name = "entityType",
                                            .module = &module,
                                            .number = 4,
+                                           .decoding = decoding,
+                                           .validating = validating,
                                            .content = Content::elements,
                                            .flags = presenceOnly,
                                            .elements = entityElements,
                                            .states = entityStates,
                                            .attributes = idAttribute,
-                                           .requiredAttributes = 1,
-                                           .decoding = decoding,
-                                           .validating = validating};
+                                           .requiredAttributes = 1};
 constexpr Field entityTypeRows[] = {
     ELEMENT(entityType, isb_settings, .bit = 1),
     ELEMENT(entityType, am_settings, .bit = 2),
@@ -127,11 +127,11 @@ constexpr uint8_t settingsStates[] = {
 constexpr TypeOptions poc_settingsTypeOptions = {.name = "poc_settingsType",
                                                  .module = &module,
                                                  .number = 5,
+                                                 .decoding = decoding,
+                                                 .validating = validating,
                                                  .content = Content::elements,
                                                  .elements = settingsElements,
-                                                 .states = settingsStates,
-                                                 .decoding = decoding,
-                                                 .validating = validating};
+                                                 .states = settingsStates};
 constexpr Field poc_settingsTypeRows[] = {
     ELEMENT(poc_settingsType, entity, .items = &entityTypeSchema),
     ELEMENT(poc_settingsType, anyElems),

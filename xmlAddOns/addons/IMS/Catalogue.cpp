@@ -1,5 +1,6 @@
 #include "Catalogue.h"
 
+#include "DialogInfo/QxXmlDialogInfoTables.h"
 #include "IsComposing/QxXmlIsComposingTables.h"
 
 namespace ims {
@@ -8,6 +9,9 @@ namespace {
 
 constexpr const DocumentSchema *documents[] = {
     &tns_isComposingDocument,
+    &tns_dialog_infoDocument,
+    &tns_dialogDocument,
+    &tns_stateDocument,
 };
 
 } // namespace

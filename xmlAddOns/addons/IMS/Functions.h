@@ -2,7 +2,7 @@
 // document to an engine; a module's sources list which families each of its types has. The prototypes stand in
 // the module's header, where the compiler compares them with these definitions.
 //
-// Tables are named <Type>Schema and <document>Document.
+// Tables are named <Type>Schema, <Enumeration>Enum and <document>Document.
 #pragma once
 
 #include "Engines.h"
@@ -18,6 +18,23 @@
 #define QX_PRINT(T)                                                                                                    \
   int QxPrint_##T(const char *name, const T *record) { return ims::printRecord(name, T##Schema, record); }
 
+// A record that is a list of Item in its member list.
+#define QX_APPEND(T, list, Item)                                                                                       \
+  uint32_t Qx##T##_Append(RuntimeContext *ctx, T *record, Item *item) {                                                \
+    return ims::appendItem(ctx, &record->list, item);                                                                  \
+  }
+
+#define QX_ENUM_TEXT(E)                                                                                                \
+  const char *Qx##E##_ToString(uint32_t value) { return ims::enumText(E##Enum, value); }
+
+#define QX_ENUM_CODE(E)                                                                                                \
+  int Qx##E##_ToEnum(RuntimeContext *, const char *text, uint16_t *value) {                                            \
+    return ims::enumCodeOfText(E##Enum, text, value);                                                                  \
+  }
+
+#define QX_ENUM_PRINT(E)                                                                                               \
+  int QxPrint_##E(const char *name, uint32_t value) { return ims::printEnum(name, E##Enum, value); }
+
 // ---- Encoders -------------------------------------------------------------------------------------------------
 
 #define QX_ENCODE_TYPE(T)                                                                                              \
@@ -32,6 +49,26 @@
   }                                                                                                                    \
   int QxXmlET_##T##_EndElement(RuntimeContext *ctx, const char *element, const RtxNamespace *ns) {                     \
     return ims::encodeTypeEnd(ctx, T##Schema, element, ns);                                                            \
+  }
+
+// For a type with attributes or declarations.
+#define QX_ENCODE_ATTRIBUTES(T)                                                                                        \
+  int QxXmlET_##T##_Attrs(RuntimeContext *ctx, const T *record, const RtxNamespace *ns) {                              \
+    return ims::encodeTypeAttributes(ctx, T##Schema, record, ns);                                                      \
+  }
+
+#define QX_ENCODE_ENUM(E)                                                                                              \
+  int QxXmlET_##E(RuntimeContext *ctx, uint32_t value, const char *element, const RtxNamespace *ns) {                  \
+    return ims::encodeEnum(ctx, E##Enum, value, element, ns);                                                          \
+  }                                                                                                                    \
+  int QxXmlET_##E##_StartElement(RuntimeContext *ctx, uint32_t, const char *element, const RtxNamespace *ns) {         \
+    return ims::encodeEnumStart(ctx, E##Enum, element, ns);                                                            \
+  }                                                                                                                    \
+  int QxXmlET_##E##_Contents(RuntimeContext *ctx, uint32_t value, const RtxNamespace *) {                              \
+    return ims::encodeEnumContents(ctx, E##Enum, value);                                                               \
+  }                                                                                                                    \
+  int QxXmlET_##E##_EndElement(RuntimeContext *ctx, const char *element, const RtxNamespace *ns) {                     \
+    return ims::encodeEnumEnd(ctx, E##Enum, element, ns);                                                              \
   }
 
 // element is the root's name as it stands in the functions' names.
@@ -92,3 +129,12 @@
   { QxSAX_##T##_startElement, QxSAX_##T##_endElement, QxSAX_##T##_characters }
 #define QX_VSAX_CALLBACKS(T)                                                                                           \
   { QxVSAX_##T##_startElement, QxVSAX_##T##_endElement, QxVSAX_##T##_characters }
+
+// The options of a type with handlers; number is its own among the types of its module, whose schema is module.
+#define QX_TYPE(T, number_, ...)                                                                                       \
+  constexpr ims::TypeOptions T##Options = {.name = #T,                                                                 \
+                                           .module = &module,                                                          \
+                                           .number = number_,                                                          \
+                                           .decoding = QX_SAX_CALLBACKS(T),                                            \
+                                           .validating = QX_VSAX_CALLBACKS(T),                                         \
+                                           __VA_ARGS__}

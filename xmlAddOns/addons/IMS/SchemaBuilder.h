@@ -26,6 +26,16 @@ template <class Record> struct SchemaOf { static constexpr bool exists = false; 
     static constexpr const ims::TypeSchema *schema = &Record##Schema;                                                  \
   }
 
+// Defines the schema of a record type from <Record>Rows and <Record>Options.
+#define IMS_DEFINE(Record)                                                                                             \
+  constexpr auto Record##Fields = ims::placeFields<Record>(Record##Rows, Record##Options);                             \
+  constexpr ims::TypeSchema Record##Schema = ims::makeType<Record>(Record##Fields, Record##Options);
+
+// Cells of state tables, and how often an element may stand, in the width of a table.
+inline constexpr uint8_t no = RTSAX_NOT_ALLOWED;
+inline constexpr uint8_t fin = RTSAX_FINAL;
+inline constexpr uint32_t many = RTSAX_UNBOUNDED;
+
 struct FieldOptions {
   uint32_t bit = 0;
   int flags = 0;
@@ -155,6 +165,8 @@ struct TypeOptions {
   const char *name;
   const ModuleSchema *module;
   uint16_t number;
+  HandlerCallbacks decoding{}; // a choice has none
+  HandlerCallbacks validating{};
   Content content;
   int flags = 0;
   ElementTable elements{};
@@ -162,9 +174,10 @@ struct TypeOptions {
   NameTable attributes{};
   uint32_t requiredAttributes = 0;
   PinnedTable pinned{};
-  HandlerCallbacks decoding{};
-  HandlerCallbacks validating{};
 };
+
+// For a type that pins only the line at which initialising checks the context.
+template <uint16_t Line> inline constexpr PinnedLine initialisesAt[] = {{File::base, 0, step::checkContext, Line}};
 
 // The most fields whose sites fit into the lines of one type.
 inline constexpr size_t maximumFields = linesPerType / stepsPerRow - 1;

@@ -4,8 +4,6 @@
 
 using namespace ims;
 
-namespace {
-
 #define SOURCE "xmlAddOns/addons/IMS/IsComposing/QxXmlIsComposing"
 
 constexpr ModuleSchema module = {.name = "IsComposing",
@@ -17,12 +15,10 @@ constexpr ModuleSchema module = {.name = "IsComposing",
                                  .qualifiedAttributes = false};
 
 constexpr RtSaxElementInfo elements[] = {
-    {"state", isComposingNamespace, 1, 1},          {"lastactive", isComposingNamespace, 0, 1},
-    {"contenttype", isComposingNamespace, 0, 1},    {"refresh", isComposingNamespace, 0, 1},
-    {"", isComposingNamespace, 0, RTSAX_UNBOUNDED},
+    {"state", isComposingNamespace, 1, 1},       {"lastactive", isComposingNamespace, 0, 1},
+    {"contenttype", isComposingNamespace, 0, 1}, {"refresh", isComposingNamespace, 0, 1},
+    {"", isComposingNamespace, 0, many},
 };
-
-constexpr uint8_t no = RTSAX_NOT_ALLOWED;
 
 constexpr uint8_t states[] = {
     1,  no, no, no, no, no, // state
@@ -92,28 +88,16 @@ constexpr PinnedLine documentLines[] = {
     {File::validators, ofType, step::reader, 295},
 };
 
-constexpr TypeOptions options = {.name = "tns__isComposing",
-                                 .module = &module,
-                                 .number = 1,
-                                 .content = Content::elements,
-                                 .elements = elements,
-                                 .states = states,
-                                 .pinned = typeLines,
-                                 .decoding = QX_SAX_CALLBACKS(tns__isComposing),
-                                 .validating = QX_VSAX_CALLBACKS(tns__isComposing)};
+QX_TYPE(tns__isComposing, 1, .content = Content::elements, .elements = elements, .states = states, .pinned = typeLines);
 
-constexpr Field rows[] = {
+constexpr Field tns__isComposingRows[] = {
     ELEMENT(tns__isComposing, tns_state),
     ELEMENT(tns__isComposing, tns_lastactive, .bit = 1, .flags = checkedDateTime),
     ELEMENT(tns__isComposing, tns_contenttype, .bit = 2),
     ELEMENT(tns__isComposing, tns_refresh, .bit = 4, .minimum = 1),
     ELEMENT(tns__isComposing, anyElems),
 };
-constexpr auto fields = placeFields<tns__isComposing>(rows, options);
-
-} // namespace
-
-constexpr TypeSchema tns__isComposingSchema = makeType<tns__isComposing>(fields, options);
+IMS_DEFINE(tns__isComposing)
 
 constexpr DocumentSchema tns_isComposingDocument = makeDocument({.root = "isComposing",
                                                                  .module = &module,

@@ -1,6 +1,6 @@
 // Text that arrives in pieces, and handlers driven without a reader.
-#include "awkward/DebugEvent.h"
 #include "DialogInfo/QxXmlDialogInfoTables.h"
+#include "awkward/DebugEvent.h"
 #include "context.h"
 #include "input.h"
 #include "records.h"

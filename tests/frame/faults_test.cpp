@@ -1,6 +1,6 @@
 // Documents cut off and storage that runs out, at every point.
-#include "awkward/DebugEvent.h"
 #include "DialogInfo/QxXmlDialogInfoTables.h"
+#include "awkward/DebugEvent.h"
 #include "awkward/FilterSet.h"
 #include "awkward/ImCn.h"
 #include "awkward/PocSettings.h"
@@ -35,8 +35,7 @@ const Sample samples[] = {
      "<route-set><hop>h</hop><hop/></route-set><local><identity>i</identity><target uri='u'><param pname='p' pval='v'/>"
      "</target><session-description type='t'>s</session-description><cseq>1</cseq><f:a xmlns:f='urn:f'>t<f:b/></f:a>"
      "</local></dialog><g:a xmlns:g='urn:g'/></dialog-info>"},
-    {"State", tns_stateDocument,
-     "<p:state xmlns:p='urn:ietf:params:xml:ns:dialog-info' code='200'>ok</p:state>"},
+    {"State", tns_stateDocument, "<p:state xmlns:p='urn:ietf:params:xml:ns:dialog-info' code='200'>ok</p:state>"},
     {"RuleSet", awkward::cp_rulesetDocument,
      "<ruleset xmlns='urn:ietf:params:xml:ns:common-policy'><rule id='1'><conditions><identity><one id='o'><f:a "
      "xmlns:f='urn:f'/></one><many domain='d'><except id='x'/><f:b xmlns:f='urn:f'/></many><f:c xmlns:f='urn:f'>t"

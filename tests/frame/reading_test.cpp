@@ -1,6 +1,6 @@
 // What decoders and validators make of documents: the errors of both, and the record.
-#include "awkward/DebugEvent.h"
 #include "DialogInfo/QxXmlDialogInfoTables.h"
+#include "awkward/DebugEvent.h"
 #include "awkward/FilterSet.h"
 #include "awkward/ImCn.h"
 #include "awkward/PocSettings.h"

@@ -1,6 +1,6 @@
 // What release functions give back and what they leave to the heap; what printing returns.
-#include "awkward/DebugEvent.h"
 #include "DialogInfo/QxXmlDialogInfoTables.h"
+#include "awkward/DebugEvent.h"
 #include "awkward/FilterSet.h"
 #include "awkward/ImCn.h"
 #include "awkward/RuleSet.h"

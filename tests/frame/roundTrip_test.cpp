@@ -1,6 +1,6 @@
 // Every type with random values through every engine.
-#include "awkward/Awkward.h"
 #include "DialogInfo/QxXmlDialogInfoTables.h"
+#include "awkward/Awkward.h"
 #include "context.h"
 #include "input.h"
 #include "output.h"

@@ -1,6 +1,6 @@
 // The levels of every handler of a chain after every event.
-#include "awkward/DebugEvent.h"
 #include "DialogInfo/QxXmlDialogInfoTables.h"
+#include "awkward/DebugEvent.h"
 #include "awkward/FilterSet.h"
 #include "awkward/ImCn.h"
 #include "awkward/RuleSet.h"
@@ -134,8 +134,7 @@ const Case cases[] = {
      "r.tns_local.tns_target.tns_uri = \"u\"\n"
      "r.tns_local.tns_cseq = 7\n"
      "r.tns_id = \"d\"\n"},
-    {"ConversionFailsAtTheEndTag", tns_dialogDocument,
-     dialog("<duration>abc</duration><local><cseq>1</cseq></local>"),
+    {"ConversionFailsAtTheEndTag", tns_dialogDocument, dialog("<duration>abc</duration><local><cseq>1</cseq></local>"),
      "<dialog> 1 s2\n"
      "<state> 2>1 s2\n"
      "'s' 2>1 s4\n"

@@ -50,7 +50,6 @@ inline constexpr ims::HandlerCallbacks decoding = {onStart<SaxTypeHandler>, onEn
 inline constexpr ims::HandlerCallbacks validating = {onStart<VsaxTypeHandler>, onEnd<VsaxTypeHandler>,
                                                      onCharacters<VsaxTypeHandler>};
 
-
 std::span<const ims::TypeSchema *const> awkwardTypes();
 std::span<const ims::EnumSchema *const> awkwardEnumerations();
 std::span<const ims::DocumentSchema *const> awkwardDocuments();

@@ -114,7 +114,9 @@ int delegateRecord(Handler *handler, const TypeSchema &type, void *target, const
   }
   handler->delegate = reinterpret_cast<RtSaxHandler *>(delegate);
   handler->foreignDelegate = false;
-  int status = startOwn(delegate, tag.localName, tag.attributes);
+  int status = handler->context->traced
+                   ? delegate->startElement(delegate, tag.localName, tag.qualifiedName, tag.attributes)
+                   : startOwn(delegate, tag.localName, tag.attributes);
   if (delegate->level > 0) {
     ++handler->level;
   } else {
@@ -247,8 +249,10 @@ int startField(VsaxTypeHandler *handler, const Field &field, const StartTag &tag
   const Field *part = &field;
   if (field.kind == Kind::choice || field.kind == Kind::choiceList)
     part = &field.type->fields[handler->elementId - field.id];
-  if (part->kind == Kind::record || part->kind == Kind::recordList)
+  if (part->kind == Kind::record || part->kind == Kind::recordList) {
+    if (has(field, required)) handler->seenRequired |= field.bit; // of a text its end does
     return delegateRecord(handler, *part->type, nullptr, tag);
+  }
   handler->hex = {0, 0};
   ++handler->level;
   return STATUS_OK;

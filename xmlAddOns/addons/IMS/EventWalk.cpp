@@ -39,6 +39,24 @@ int setUp(RuntimeContext *ctx, const TypeSchema &type, Handler *handler, const H
   return handler->delegateStorage ? STATUS_OK : STATUS_NO_MEMORY;
 }
 
+// The handler that takes an event from here on. A traced chain is walked callback by callback, so that each of them
+// shows.
+template <class Handler> Handler *takerOf(Handler *handler) {
+  return handler->context->traced ? handler : lastOf(handler);
+}
+
+// Hands a start tag to the delegate, if there is one: whether the tag counts.
+template <class Handler>
+bool forwardStart(Handler *handler, const char *localName, const char *qualifiedName, const char *const *attributes,
+                  int &status) {
+  RtSaxHandler *delegate = handler->delegate;
+  if (!delegate) return true;
+  const Handler *own = ownDelegate(handler);
+  const int32_t before = own ? own->level : 0;
+  status = delegate->startElement(delegate, localName, qualifiedName, attributes);
+  return own ? own->level != before : status == 0;
+}
+
 } // namespace
 
 int initHandler(RuntimeContext *ctx, const TypeSchema &type, SaxTypeHandler *handler, void *record, int32_t level) {
@@ -71,16 +89,15 @@ template <class Handler> int startOwn(Handler *handler, const char *localName, c
 
 template <class Handler>
 int walkStart(Handler *handler, const char *localName, const char *qualifiedName, const char *const *attributes) {
-  Handler *last = lastOf(handler);
+  Handler *last = takerOf(handler);
   int32_t before = last->level;
   int status = STATUS_OK;
   if (before == 0) {
     status = startOwn(last, localName, attributes);
   } else if (before == 1) {
     status = startChild(last, localName, qualifiedName, attributes);
-  } else {
-    if (last->delegate) status = last->delegate->startElement(last->delegate, localName, qualifiedName, attributes);
-    if (status == 0) ++last->level;
+  } else if (forwardStart(last, localName, qualifiedName, attributes, status)) {
+    ++last->level;
   }
   if (last->level == before) return status;
   // The child's own handler, if it got one just now, has counted for itself.
@@ -91,17 +108,18 @@ int walkStart(Handler *handler, const char *localName, const char *qualifiedName
 
 template <class Handler> int walkCharacters(Handler *handler, const char *bytes, size_t length) {
   if (!collects(handler->context)) return STATUS_OK;
-  Handler *last = lastOf(handler);
+  Handler *last = takerOf(handler);
   int32_t textLevel = typeOf(last).content == Content::text ? 1 : 2;
   if (last->level < textLevel) return STATUS_OK;
   return last->delegate ? last->delegate->characters(last->delegate, bytes, length) : collect(last, bytes, length);
 }
 
 template <class Handler> int walkEnd(Handler *handler, const char *localName, const char *qualifiedName) {
+  const bool chained = !handler->context->traced;
   Handler *last = handler;
   Handler *owner = nullptr;
   --last->level;
-  while (Handler *delegate = ownDelegate(last)) {
+  while (Handler *delegate = chained ? ownDelegate(last) : nullptr) {
     owner = last;
     last = delegate;
     --last->level;

@@ -162,6 +162,8 @@ template <class Handler> int endOwn(Handler *handler) {
   }
   rtXmlNSPop(ctx);
   ctx->state = XMLSTATE_DOC_END;
+  rtxMemHeapFreePtr(ctx, handler->delegateStorage); // nothing follows that could need a delegate
+  handler->delegateStorage = nullptr;
   if constexpr (fillsRecord<Handler>) {
     if (!has(type, noEmptyList) || listAt(handler->record, type.fields[0]).count > 0) return status;
     if (!counted(handler)) return skip(handler, STATUS_OK);

@@ -38,11 +38,11 @@ bool isNumber(const Field &field) { return field.kind == Kind::uint32 || field.k
 
 template <class Handler> Conversion convert(Handler *handler, const Field &field, void *owner, const char *xmlName) {
   RuntimeContext *ctx = handler->context;
-  if (has(field, collapsed)) rtXmlTreatWhitespaces(ctx, RTXML_WS_COLLAPSE);
   Scratch scratch;
   void *target = &scratch;
   if constexpr (fillsRecord<Handler>) {
     target = static_cast<char *>(owner) + field.offset;
+    if (has(field, collapsed)) rtXmlTreatWhitespaces(ctx, RTXML_WS_COLLAPSE);
     if (field.kind == Kind::text) return {rtXmlDecXmlStr(ctx, static_cast<RtxXmlString *>(target)), true};
   } else if (field.kind == Kind::text) {
     // Text has no lexical form of its own, and a copy would only be thrown away.

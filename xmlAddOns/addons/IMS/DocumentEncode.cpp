@@ -45,7 +45,7 @@ int declareNamespace(RuntimeContext *ctx, const DocumentSchema &document, RtxNsD
   case Declaration::prefixInRecord:
     if ((ctx->flags & NamespacesPreset) == 0) status = rtXmlNSSetNamespace(ctx, list, document.prefix, uri, false);
     break;
-  case Declaration::defaultAlways: status = rtXmlNSSetNamespace(ctx, nullptr, nullptr, uri, false); break;
+  case Declaration::defaultAlways: status = rtXmlNSSetNamespace(ctx, nullptr, nullptr, uri, true); break;
   }
   return wrap(ctx, status, document, step::declareNamespace);
 }

@@ -1,24 +1,31 @@
-// Times of every workload. Compare them within one run: machines differ, and so do their moods.
+// Times of every document and workload. Compare them within one run: machines differ, and so do their moods.
 #include "workloads.h"
 
 #include <benchmark/benchmark.h>
 
 #include <string>
 
-int main(int argc, char **argv) {
-  for (const bench::NamedWorkload &workload : bench::allWorkloads()) {
-    benchmark::RegisterBenchmark(std::string(workload.name).c_str(), [&workload](benchmark::State &state) {
-      auto work = workload.make();
+namespace {
+
+void add(const bench::Document &document, const bench::NamedWorkload &workload) {
+  std::string name = std::string(document.name) + "/" + std::string(workload.name);
+  benchmark::RegisterBenchmark(name.c_str(), [&](benchmark::State &state) {
+    auto work = workload.make(document);
+    work->run();
+    for (auto iteration : state) {
+      (void)iteration;
       work->run();
-      unsigned long long before = work->systemCalls();
-      for (auto iteration : state) {
-        (void)iteration;
-        work->run();
-      }
-      state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * work->bytes()));
-      state.counters["allocator calls"] = static_cast<double>(work->systemCalls() - before);
-    });
-  }
+    }
+    state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * work->bytes()));
+  });
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+  for (const bench::Document &document : bench::allDocuments())
+    for (const bench::NamedWorkload &workload : bench::allWorkloads())
+      add(document, workload);
   benchmark::Initialize(&argc, argv);
   benchmark::RunSpecifiedBenchmarks();
   return 0;

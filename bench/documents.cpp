@@ -1,0 +1,112 @@
+#include "documents.h"
+
+#include "DialogInfo/QxXmlDialogInfoTables.h"
+#include "IsComposing/QxXmlIsComposingTables.h"
+
+namespace bench {
+
+namespace {
+
+// A composing indication of 335 bytes, as a chat client sends it.
+constexpr std::string_view composing = R"(<?xml version="1.0" encoding="UTF-8"?>
+<isComposing xmlns="urn:ietf:params:xml:ns:im-iscomposing"
+  xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance"
+  xsi:schemaLocation="urn:ietf:params:xml:ns:im-iscomposing composing.xsd">
+  <state>active</state>
+  <contenttype>text/plain</contenttype>
+  <refresh>1200</refresh>
+</isComposing>
+)";
+
+constexpr std::string_view dialogInfoStart = R"(<?xml version="1.0" encoding="UTF-8"?>
+<dialog-info xmlns="urn:ietf:params:xml:ns:dialog-info"
+  version="17" state="full" entity="sip:reception@office.example.org">
+)";
+constexpr std::string_view dialogInfoEnd = "</dialog-info>\n";
+
+// A dialog with all that it can have. Every #### becomes its number.
+constexpr std::string_view dialogStart = R"(<dialog id="d####" call-id="b7c2f094e1d3####@pbx.office.example.org"
+    local-tag="lt-5c1e90####" remote-tag="rt-a83d27####" direction="recipient">
+  <state event="replaced" code="200">confirmed</state>
+  <duration>####</duration>
+  <replaces call-id="e19a60b7####@pbx.office.example.org" local-tag="lt-77f0####" remote-tag="rt-e2d4####"/>
+  <referred-by display-name="Front desk">sip:desk####@office.example.org</referred-by>
+  <route-set>
+    <hop>sip:edge1.example.org;lr</hop>
+    <hop>sip:core.example.org;lr</hop>
+  </route-set>
+  <local>
+    <identity display-name="Reception">sip:reception@office.example.org</identity>
+    <target uri="sip:phone####@192.0.2.17">
+      <param pname="audio" pval="true"/>
+      <param pname="video" pval="false"/>
+    </target>
+)";
+constexpr std::string_view sessionDescription =
+    R"(    <session-description type="application/sdp">v=0
+o=reception 2890844526 2890844526 IN IP4 192.0.2.17
+s=Call
+c=IN IP4 192.0.2.17
+t=0 0
+m=audio 49172 RTP/AVP 8 0 101
+a=rtpmap:8 PCMA/8000
+a=rtpmap:0 PCMU/8000
+a=rtpmap:101 telephone-event/8000
+a=fmtp:101 0-15
+a=ptime:20
+a=sendrecv
+    </session-description>
+)";
+constexpr std::string_view dialogEnd = R"(    <cseq>####</cseq>
+  </local>
+  <remote>
+    <identity display-name="Caller ####">sip:caller####@customer.example.net</identity>
+    <target uri="sip:caller####@198.51.100.7"/>
+  </remote>
+</dialog>
+)";
+
+std::string numbered(std::string_view text, unsigned number) {
+  std::string digits = std::to_string(10000 + number % 10000).substr(1);
+  std::string result(text);
+  for (size_t at = 0; (at = result.find("####", at)) != std::string::npos;)
+    result.replace(at, digits.size(), digits);
+  return result;
+}
+
+std::string dialogInfo(unsigned dialogs, std::string_view description) {
+  std::string body(dialogInfoStart);
+  for (unsigned i = 1; i <= dialogs; ++i)
+    body.append(numbered(dialogStart, i)).append(description).append(numbered(dialogEnd, i));
+  return body.append(dialogInfoEnd);
+}
+
+template <class Record, int (*Decode)(RuntimeContext *, Record *), int (*Validate)(RuntimeContext *),
+          int (*Encode)(RuntimeContext *, const Record *), int (*Release)(RuntimeContext *, Record *)>
+Document document(std::string_view name, std::string body, unsigned elements) {
+  return {name,
+          std::move(body),
+          elements,
+          ims::SchemaOf<Record>::schema,
+          sizeof(Record),
+          [](RuntimeContext *ctx, void *record) { return Decode(ctx, static_cast<Record *>(record)); },
+          Validate,
+          [](RuntimeContext *ctx, const void *record) { return Encode(ctx, static_cast<const Record *>(record)); },
+          [](RuntimeContext *ctx, void *record) { return Release(ctx, static_cast<Record *>(record)); }};
+}
+
+} // namespace
+
+#define DOCUMENT(name, T, root, body, elements)                                                                        \
+  document<T, QxXmlD_##root, QxXmlV_##root, QxXmlE_##root, QxMemFree_##T>(name, std::string(body), elements)
+
+const std::vector<Document> &allDocuments() {
+  static const std::vector<Document> documents = {
+      DOCUMENT("a", tns__isComposing, tns_isComposing, composing, 4),
+      DOCUMENT("b", tns__dialog_info, tns_dialog_info, dialogInfo(1, sessionDescription), 19),
+      DOCUMENT("d", tns__dialog_info, tns_dialog_info, dialogInfo(1000, ""), 17001),
+  };
+  return documents;
+}
+
+} // namespace bench

@@ -30,6 +30,12 @@ template <class Value> int convert(RuntimeContext *ctx, bool (*parse)(const char
   return parse(input.bytes, input.length, *value) ? 0 : STATUS_INVALID_LEXICAL_FORM;
 }
 
+// The bytes are at fault, or else the heap is.
+[[gnu::cold, gnu::noinline]] int refuseText(Input input) {
+  if (isXmlText(input.bytes, input.length)) return STATUS_NO_MEMORY;
+  return memchr(input.bytes, '\0', input.length) != nullptr ? STATUS_INVALID_LEXICAL_FORM : STATUS_INVALID_UTF8;
+}
+
 } // namespace
 
 } // namespace rt
@@ -37,13 +43,13 @@ template <class Value> int convert(RuntimeContext *ctx, bool (*parse)(const char
 int rtXmlDecXmlStr(RuntimeContext *ctx, RtxXmlString *text) {
   if (!rt::usable(ctx)) return STATUS_BAD_CONTEXT;
   const rt::Input input = rt::inputOf(ctx);
-  if (!rt::isXmlText(input.bytes, input.length)) {
-    const bool holdsNul = memchr(input.bytes, '\0', input.length) != nullptr;
-    return holdsNul ? STATUS_INVALID_LEXICAL_FORM : STATUS_INVALID_UTF8;
+  rt::Heap &heap = ctx->internals->heap;
+  char *copy = static_cast<char *>(heap.allocate(input.length + 1));
+  if (copy == nullptr) return rt::refuseText(input);
+  if (!rt::copyXmlText(copy, input.bytes, input.length)) {
+    heap.release(copy);
+    return rt::refuseText(input);
   }
-  char *copy = static_cast<char *>(ctx->internals->heap.allocate(input.length + 1));
-  if (copy == nullptr) return STATUS_NO_MEMORY;
-  memcpy(copy, input.bytes, input.length);
   copy[input.length] = '\0';
   *text = {false, copy};
   return 0;

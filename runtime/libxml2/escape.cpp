@@ -126,21 +126,75 @@ Escaped escapeFirst(const char *text, size_t length, Escape escape) {
   return {text, 1, 1};
 }
 
-bool isXmlText(const char *text, size_t length) {
-  for (size_t i = 0; i < length;) {
-    uintptr_t word;
-    if (length - i >= sizeof word) {
-      memcpy(&word, text + i, sizeof word);
-      if ((((word - inEveryByte<uintptr_t>(0x20)) | word) & inEveryByte<uintptr_t>(0x80)) == 0) {
-        i += sizeof word;
-        continue;
-      }
-    }
-    if (plainBytes.ascii[static_cast<unsigned char>(text[i])]) {
-      i++;
+namespace {
+
+// Bytes of the character at the beginning of a text; 0 if XML cannot carry it or it is not UTF-8.
+size_t xmlCharacter(const char *text, size_t length) {
+  const unsigned char byte = static_cast<unsigned char>(*text);
+  if (byte >= 0x80) return multiByteCharacter(text, length);
+  return byte >= 0x20 || byte == '\t' || byte == '\n' || byte == '\r' ? 1 : 0;
+}
+
+// Copies one word if all its bytes are ASCII and no control characters.
+template <class Word> bool copyAsciiWord(char *to, const char *text) {
+  Word word;
+  memcpy(&word, text, sizeof word);
+  if ((((word - inEveryByte<Word>(0x20)) | word) & inEveryByte<Word>(0x80)) != 0) return false;
+  memcpy(to, &word, sizeof word);
+  return true;
+}
+
+// Any text, by characters and the words between them.
+[[gnu::noinline]] bool copyMixedText(char *to, const char *text, size_t length) {
+  const char *const end = text + length;
+  while (text != end) {
+    const size_t left = static_cast<size_t>(end - text);
+    if (left >= sizeof(uintptr_t) && copyAsciiWord<uintptr_t>(to, text)) {
+      text += sizeof(uintptr_t);
+      to += sizeof(uintptr_t);
       continue;
     }
-    const size_t taken = escapeFirst(text + i, length - i, Escape::Text).taken;
+    // Up to the next word, so that a control character is not met again in each word that it is in.
+    const char *const enough = left < sizeof(uintptr_t) ? end : text + sizeof(uintptr_t);
+    while (text < enough) {
+      size_t taken = xmlCharacter(text, static_cast<size_t>(end - text));
+      if (taken == 0) return false;
+      for (; taken != 0; taken--)
+        *to++ = *text++;
+    }
+  }
+  return true;
+}
+
+// Copies a text that is not shorter than a word as words, the last of which may overlap the one before.
+template <class Word> bool copyWords(char *to, const char *text, size_t length) {
+  const char *const end = text + length;
+  const char *const last = end - sizeof(Word);
+  for (; text < last; text += sizeof(Word), to += sizeof(Word)) {
+    if (!copyAsciiWord<Word>(to, text)) [[unlikely]]
+      return copyMixedText(to, text, static_cast<size_t>(end - text));
+  }
+  if (copyAsciiWord<Word>(to - (text - last), last)) [[likely]]
+    return true;
+  return copyMixedText(to, text, static_cast<size_t>(end - text));
+}
+
+} // namespace
+
+bool copyXmlText(char *to, const char *text, size_t length) {
+  if (length >= sizeof(uintptr_t)) return copyWords<uintptr_t>(to, text, length);
+  if (length >= sizeof(uint32_t)) return copyWords<uint32_t>(to, text, length);
+  return copyMixedText(to, text, length);
+}
+
+bool isXmlText(const char *text, size_t length) {
+  char piece[sizeof(uintptr_t)];
+  for (size_t i = 0; i < length;) {
+    if (length - i >= sizeof piece && copyAsciiWord<uintptr_t>(piece, text + i)) {
+      i += sizeof piece;
+      continue;
+    }
+    const size_t taken = xmlCharacter(text + i, length - i);
     if (taken == 0) return false;
     i += taken;
   }

@@ -27,7 +27,10 @@ Escaped escapeFirst(const char *text, size_t length, Escape escape);
 // character; else 0.
 size_t multiByteCharacter(const char *text, size_t length);
 
-// True if the text is UTF-8 and XML can carry all its characters.
+// Copies a text. False if it is not UTF-8 or XML cannot carry all its characters; then some of it may be copied.
+bool copyXmlText(char *to, const char *text, size_t length);
+
+// True if copyXmlText can copy the text.
 bool isXmlText(const char *text, size_t length);
 
 // True for a name without a colon, and for "name" or "prefix:name". Beyond ASCII every byte is accepted.

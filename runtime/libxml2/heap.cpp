@@ -160,6 +160,10 @@ void Heap::rewind() {
 
 // ---- Blocks ---------------------------------------------------------------------------------------------------
 
+void *Heap::takeFromNextPage(size_t size, size_t sizeClass) {
+  return nextPage() ? take(size, sizeClass, strideOf(sizeClass)) : nullptr;
+}
+
 void *Heap::allocateCoarse(size_t size) {
   if (size > largestStride - headerSize) return allocateLarge(size);
   const size_t sizeClass = classOf(size + headerSize);

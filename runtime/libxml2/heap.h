@@ -85,15 +85,16 @@ private:
   static constexpr size_t strideOf(size_t sizeClass);
 
   void *take(size_t size, size_t sizeClass, size_t stride);
-  void *allocateCoarse(size_t size);
+  [[gnu::cold, gnu::noinline]] void *takeFromNextPage(size_t size, size_t sizeClass);
+  [[gnu::noinline]] void *allocateCoarse(size_t size);
   void *allocateLarge(size_t size);
-  void releaseLarge(void *block);
+  [[gnu::noinline]] void releaseLarge(void *block);
   void retireLarge(LargeBlock *block);
   void releaseSpare();
 
   bool nextPage();
   void openPage(Page *page);
-  void rewind();
+  [[gnu::cold, gnu::noinline]] void rewind();
   void *reserve(size_t size);
   void unreserve(void *piece, size_t size);
 
@@ -131,7 +132,8 @@ inline void *Heap::take(size_t size, size_t sizeClass, size_t stride) {
     freeSmall[sizeClass] = readHidden(&free->next);
     block = reinterpret_cast<char *>(free);
   } else {
-    if (room < stride && !nextPage()) return nullptr;
+    if (room < stride) [[unlikely]]
+      return takeFromNextPage(size, sizeClass);
     block = cursor + headerSize;
     cursor += stride;
     room -= stride;
@@ -143,7 +145,8 @@ inline void *Heap::take(size_t size, size_t sizeClass, size_t stride) {
 
 inline void *Heap::allocate(size_t size) {
   if (size > limit - used) return nullptr;
-  if (size > finestStride - headerSize) return allocateCoarse(size);
+  if (size > finestStride - headerSize) [[unlikely]]
+    return allocateCoarse(size);
   const size_t payload = size > sizeof(FreeBlock) ? size : sizeof(FreeBlock);
   const size_t sizeClass = (payload + headerSize - 1) / alignment;
   return take(size, sizeClass, (sizeClass + 1) * alignment);

@@ -49,7 +49,9 @@ template <class T> bool growArray(Heap &heap, T *&array, uint32_t used, uint32_t
 
 // ---- Scopes
 
-bool NamespaceStack::growScopes(Heap &heap) { return growArray(heap, scopes, scopeCount, scopeCapacity, 32); }
+int NamespaceStack::growAndPush(Heap &heap) {
+  return growArray(heap, scopes, scopeCount, scopeCapacity, 32) ? push(heap) : int{STATUS_NO_MEMORY};
+}
 
 NamespaceStack::Outer NamespaceStack::hideOuter() {
   const Outer outer = {hidden, mark(), hostHidden};

@@ -55,7 +55,8 @@ public:
   }
 
   int push(Heap &heap) {
-    if (scopeCount == scopeCapacity && !growScopes(heap)) return STATUS_NO_MEMORY;
+    if (scopeCount == scopeCapacity) [[unlikely]]
+      return growAndPush(heap);
     scopes[scopeCount++] = bindingCount;
     return 0;
   }
@@ -140,9 +141,9 @@ private:
   uint32_t hashOf(const char *prefix, size_t length) const;
   const Binding *findInStack(const char *prefix, size_t length, uint32_t hash) const;
   const Binding *findHost(const char *prefix, size_t length) const;
-  const Binding *findAnywhere(const char *prefix, size_t prefixLength) const;
+  [[gnu::noinline]] const Binding *findAnywhere(const char *prefix, size_t prefixLength) const;
   const Binding *searchUri(const char *uri, bool prefixedOnly);
-  int findTableIndex(const Binding &binding) const;
+  [[gnu::cold, gnu::noinline]] int findTableIndex(const Binding &binding) const;
   bool isVisible(const Binding &binding) const;
   template <class Matches> const Binding *newestVisible(Matches matches, bool prefixedOnly) const;
   uint32_t newestDeclared(const Binding &like) const;
@@ -151,9 +152,9 @@ private:
   int add(Heap &heap, Text prefix, Text uri, bool declared, uint32_t hash, const Binding *present);
   int declareHost(Heap &heap, Text prefix, Text uri, bool written, bool override);
   void removeHost(Heap &heap, Binding *declaration);
-  void dropTo(uint32_t count);
+  [[gnu::noinline]] void dropTo(uint32_t count);
 
-  bool growScopes(Heap &heap);
+  [[gnu::cold, gnu::noinline]] int growAndPush(Heap &heap);
   bool growForBinding(Heap &heap);
   bool growBuckets(Heap &heap);
   char *takeText(Heap &heap, size_t size);

@@ -14,12 +14,11 @@ namespace {
 constexpr int anyNamespace = -1; // of a child: in none, or not to be compared
 
 bool sameName(const char *a, const char *b) {
-  while (*a == *b) {
-    if (*a == '\0') return true;
-    a++;
-    b++;
+  if (*a != *b) return false; // most do
+  for (; *a != '\0'; a++, b++) {
+    if (a[1] != b[1]) return false;
   }
-  return false;
+  return true;
 }
 
 struct Children {
@@ -33,8 +32,8 @@ struct Children {
   uint16_t named(const char *localName, int namespaceIndex) const {
     for (uint32_t row = 0; row < elementCount; row++) {
       const RtSaxElementInfo &element = elements[row];
-      if (namespaceIndex != anyNamespace && element.namespaceIndex != namespaceIndex) continue;
-      if (element.name[0] != '\0' && sameName(element.name, localName)) return static_cast<uint16_t>(row);
+      if (!sameName(element.name, localName) || element.name[0] == '\0') continue;
+      if (namespaceIndex == anyNamespace || element.namespaceIndex == namespaceIndex) return static_cast<uint16_t>(row);
     }
     return RTSAX_NO_ELEMENT;
   }

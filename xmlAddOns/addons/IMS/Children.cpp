@@ -20,22 +20,22 @@ struct StartTag {
 // ---- Which children are accepted ------------------------------------------------------------------------------
 
 // An element that has no place here.
-template <class Handler> int refuse(Handler *handler, const StartTag &tag) {
+template <class Handler> [[gnu::cold]] int refuse(Handler *handler, const StartTag &tag) {
   if (!counted(handler)) return skip(handler, STATUS_OK);
   rtxErrAddStrParm(handler->context, tag.qualifiedName);
   return skip(handler, record(handler, STATUS_UNEXPECTED_ELEMENT, nullptr, step::refused));
 }
 
 // A child of another name than the only one that this type has.
-template <class Handler> int refuseName(Handler *handler, const StartTag &tag) {
+template <class Handler> [[gnu::cold]] int refuseName(Handler *handler, const StartTag &tag) {
   if (!counted(handler)) return skip(handler, STATUS_OK);
   rtxErrAddStrParm(handler->context, typeOf(handler).fields[0].name);
   rtxErrAddStrParm(handler->context, tag.qualifiedName);
   return skip(handler, record(handler, STATUS_ROOT_MISMATCH, nullptr, step::refused));
 }
 
-// The namespace index of the child's name, with the declarations of its own start tag in force.
-template <class Handler> int namespaceIndexOf(Handler *handler, const StartTag &tag, int &index) {
+// The namespace index of a child's name that has a prefix or declares namespaces, with its declarations in force.
+template <class Handler> [[gnu::noinline]] int resolve(Handler *handler, const StartTag &tag, int &index) {
   RuntimeContext *ctx = handler->context;
   int status = STATUS_OK;
   bool scoped = false;
@@ -55,13 +55,21 @@ template <class Handler> int namespaceIndexOf(Handler *handler, const StartTag &
   return status;
 }
 
+bool isPlain(const StartTag &tag) {
+  if (tag.localName != tag.qualifiedName) return false;
+  for (const char *const *attribute = tag.attributes; attribute && attribute[0]; attribute += 2)
+    if (isDeclaration(attribute[0])) return false;
+  return true;
+}
+
 // The element id of a child by the tables. False: it is refused, and status is what the callback returns.
 template <class Handler> bool lookUp(Handler *handler, const StartTag &tag, int &status) {
   const TypeSchema &type = typeOf(handler);
   RuntimeContext *ctx = handler->context;
   int index = RTXML_NS_NONE;
-  status = namespaceIndexOf(handler, tag, index);
-  if (status != 0) {
+  if (isPlain(tag)) [[likely]] {
+    index = rtXmlNSGetIndex(ctx, nullptr);
+  } else if (status = resolve(handler, tag, index); status != 0) {
     if (counted(handler)) pass(handler, status, nullptr, step::childScope);
     skip(handler, status);
     return false;
@@ -90,6 +98,12 @@ void *newItem(RuntimeContext *ctx, size_t size) {
   void *item = rtxMemHeapAlloc(ctx, size);
   if (item) memset(item, 0, size);
   return item;
+}
+
+void *newRecord(RuntimeContext *ctx, const TypeSchema &type) {
+  void *record = newItem(ctx, type.size);
+  if (record && has(type, hasDefaults)) initRecord(ctx, type, record); // the rest of it is zero already
+  return record;
 }
 
 // A delegate that did not take its start tag is gone at once.
@@ -163,9 +177,8 @@ int startForeignItem(SaxTypeHandler *handler, const Field &field, RtxList &list,
 
 int startRecordItem(SaxTypeHandler *handler, const Field &field, const StartTag &tag) {
   RuntimeContext *ctx = handler->context;
-  void *item = newItem(ctx, field.type->size);
+  void *item = newRecord(ctx, *field.type);
   if (!item) return skipForStorage(handler);
-  initRecord(ctx, *field.type, item);
   if (!placeItem(handler, field, listAt(handler->record, field), item)) {
     rtxMemHeapFreePtr(ctx, item);
     return skipForStorage(handler);
@@ -203,9 +216,8 @@ void *choiceFor(SaxTypeHandler *handler, const Field &field, uint16_t selector) 
   RtxList &list = listAt(handler->record, field);
   bool joins = field.type->fields[selector - 1].kind == Kind::foreignList;
   if (joins && list.tail && selectorOf(list.tail->data) == selector) return list.tail->data;
-  void *item = newItem(ctx, field.type->size);
+  void *item = newRecord(ctx, *field.type);
   if (!item) return nullptr;
-  initRecord(ctx, *field.type, item);
   if (!rtxDListAppend(ctx, &list, item)) {
     rtxMemHeapFreePtr(ctx, item);
     return nullptr;

@@ -9,8 +9,6 @@
 #include "rtXmlNamespace.h"
 #include "rtxText.h"
 
-#include <string.h>
-
 namespace ims {
 
 namespace {
@@ -26,14 +24,23 @@ template <class Handler> size_t storageFor(const TypeSchema &type) {
 template <class Handler>
 int setUp(RuntimeContext *ctx, const TypeSchema &type, Handler *handler, const HandlerCallbacks &callbacks,
           int32_t level) {
-  memset(handler, 0, sizeof(Handler));
   handler->startElement = callbacks.startElement;
   handler->endElement = callbacks.endElement;
   handler->characters = callbacks.characters;
+  handler->release = nullptr;
   handler->context = ctx;
+  handler->rootName = nullptr;
   handler->level = level;
   handler->startLevel = level;
+  handler->elementId = 0;
+  handler->contentState = 0;
+  handler->seenRequired = 0;
+  handler->delegate = nullptr;
   handler->type = &type;
+  handler->field = nullptr;
+  handler->pendingItem = nullptr;
+  handler->hex = {0, 0};
+  handler->foreignDelegate = false;
   rtxMemBufReset(collectionOf(ctx));
   handler->delegateStorage = rtxMemHeapAlloc(ctx, storageFor<Handler>(type));
   return handler->delegateStorage ? STATUS_OK : STATUS_NO_MEMORY;

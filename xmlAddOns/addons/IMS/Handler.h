@@ -45,18 +45,18 @@ template <class Handler> const char *pathOf(const Handler *handler) {
   return typeOf(handler).module->paths[int(fileOf<Handler>)];
 }
 
-template <class Handler> int lineOf(const Handler *handler, const Field *field, uint8_t step) {
+template <class Handler> [[gnu::cold]] int lineOf(const Handler *handler, const Field *field, uint8_t step) {
   const TypeSchema &type = typeOf(handler);
   return siteLine(type, fileOf<Handler>, field ? rowOf(type, *field) : uint8_t{0}, step);
 }
 
 // Starts a record with the parameters added before. field null: the type's own site.
-template <class Handler> int record(Handler *handler, int status, const Field *field, uint8_t step) {
+template <class Handler> [[gnu::cold]] int record(Handler *handler, int status, const Field *field, uint8_t step) {
   return rtxErrSetNewData(handler->context, status, pathOf(handler), lineOf(handler, field, step));
 }
 
 // Adds this place to the trail of a status that came from elsewhere.
-template <class Handler> int pass(Handler *handler, int status, const Field *field, uint8_t step) {
+template <class Handler> [[gnu::cold]] int pass(Handler *handler, int status, const Field *field, uint8_t step) {
   return rtxErrSetData(handler->context, status, pathOf(handler), lineOf(handler, field, step));
 }
 
@@ -70,12 +70,12 @@ template <class Handler> void passRecorded(Handler *handler, int status, uint8_t
 template <class Handler> bool counted(Handler *handler) { return rtSaxIncErrors(handler->context) != 0; }
 
 // Leaves out the rest of the current element, whether its error was recorded or not.
-template <class Handler> int skip(Handler *handler, int status) {
+template <class Handler> [[gnu::cold]] int skip(Handler *handler, int status) {
   return rtSaxSetSkipLevelToCurrent(handler->context, status);
 }
 
 // There is no storage for a child: it is left out.
-template <class Handler> int skipForStorage(Handler *handler) {
+template <class Handler> [[gnu::cold]] int skipForStorage(Handler *handler) {
   int status = counted(handler) ? record(handler, STATUS_NO_MEMORY, nullptr, step::storage) : STATUS_OK;
   return skip(handler, status);
 }

@@ -8,42 +8,19 @@ namespace ims {
 
 namespace {
 
-void clear(const TypeSchema &type, void *record);
-
-void clearField(const Field &field, void *record) {
-  switch (field.kind) {
-  case Kind::text:
-  case Kind::foreign: memberAt<RtxXmlString>(record, field) = {false, nullptr}; break;
-  case Kind::hexBinary: memberAt<RtxHexBinary>(record, field) = {0, nullptr}; break;
-  case Kind::record:
-  case Kind::choice: clear(*field.type, static_cast<char *>(record) + field.offset); break;
-  case Kind::recordList:
-  case Kind::textList:
-  case Kind::choiceList:
-  case Kind::foreignList:
-  case Kind::attributeList:
-  case Kind::namespaceList: listAt(record, field) = {0, nullptr, nullptr}; break;
-  // A scalar means something only while its presence bit is set, so it keeps what the storage held.
-  case Kind::boolean:
-    if (has(field, initialZero) || has(field, initialTrue)) memberAt<bool>(record, field) = has(field, initialTrue);
-    break;
-  case Kind::enumeration:
-    if (has(field, initialZero)) memberAt<uint16_t>(record, field) = 0;
-    break;
-  case Kind::uint32:
-  case Kind::uint16:
-  case Kind::decimal: break;
-  }
+void clear(const TypeSchema &type, void *record) {
+  for (const ClearedPart *part = type.cleared, *end = part + type.clearedCount; part != end; ++part)
+    memset(static_cast<char *>(record) + part->offset, 0, part->size);
 }
 
-void clear(const TypeSchema &type, void *record) {
-  if (type.content == Content::choice) {
-    memset(record, 0, type.size);
-    return;
+void setDefaults(const TypeSchema &type, void *record) {
+  for (const Field &field : fieldsOf(type)) {
+    if (field.kind == Kind::record && has(*field.type, hasDefaults))
+      setDefaults(*field.type, static_cast<char *>(record) + field.offset);
+    if (!has(field, initialZero) && !has(field, initialTrue)) continue;
+    if (field.kind == Kind::boolean) memberAt<bool>(record, field) = has(field, initialTrue);
+    if (field.kind == Kind::enumeration) memberAt<uint16_t>(record, field) = 0;
   }
-  if (has(type, hasPresence)) presenceOf(record) = 0;
-  for (const Field &field : fieldsOf(type))
-    clearField(field, record);
 }
 
 } // namespace
@@ -55,6 +32,7 @@ int initRecord(RuntimeContext *ctx, const TypeSchema &type, void *record) {
                          siteLine(type, File::base, 0, step::checkContext));
   }
   clear(type, record);
+  if (has(type, hasDefaults)) setDefaults(type, record);
   return STATUS_OK;
 }
 

@@ -217,7 +217,14 @@ enum TypeFlag : uint16_t {
   attributesOnly = 1 << 5,   // set by the builder: owns no list and no content; never released on its own
   hasAttributes = 1 << 6,    // set by the builder: start tags are written with attributes or declarations
   delegatesRecords = 1 << 7, // set by the builder: some child is a record
-  delegatesForeign = 1 << 8  // set by the builder: some child is foreign
+  delegatesForeign = 1 << 8, // set by the builder: some child is foreign
+  hasDefaults = 1 << 9       // set by the builder: initialising gives values to scalars
+};
+
+// Bytes of a record that initialising sets to zero, those of the records in it among them.
+struct ClearedPart {
+  uint16_t offset;
+  uint16_t size;
 };
 
 // The callbacks of a type's handlers.
@@ -238,6 +245,7 @@ struct TypeSchema {
   const uint8_t *states;             // elementCount rows of stateCount cells
   const char *const *attributeNames; // by attribute id
   const PinnedLine *pinned;
+  const ClearedPart *cleared;
   HandlerCallbacks decoding;
   HandlerCallbacks validating;
   uint32_t requiredAttributes; // bits by attribute id
@@ -251,6 +259,7 @@ struct TypeSchema {
   uint8_t stateCount;
   uint8_t attributeCount;
   uint8_t pinnedCount;
+  uint8_t clearedCount;
   uint8_t firstAttribute; // field of attribute id 0
   uint8_t value;          // fields that play a part of their own, or noField
   uint8_t namespaceList;

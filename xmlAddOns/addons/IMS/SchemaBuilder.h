@@ -129,10 +129,12 @@ constexpr Field makeField(const char *name, size_t offset, Part part, const Fiel
 inline constexpr size_t maximumElements = 16;
 inline constexpr size_t maximumAttributes = 32; // the bits of those that a start tag had
 
-// The rows of a type with their ids in place, and the way back from an element id to its row.
+// The rows of a type with their ids in place, the way back from an element id to its row, and what initialising clears.
 template <size_t N> struct FieldTable {
   Field rows[N];
   uint8_t byElement[maximumElements];
+  uint8_t clearedCount;
+  ClearedPart cleared[N + 4];
 };
 
 // Tables that a type may be without.
@@ -242,6 +244,57 @@ constexpr void checkElement(const Field &field, const RtSaxElementInfo &element,
     refuse("an element and its member have different names");
 }
 
+template <class Record> constexpr bool beginsWithPresence() {
+  if constexpr (requires(Record record) { record.m; }) {
+    static_assert(offsetof(Record, m) == 0, "the presence word comes first");
+    return true;
+  } else {
+    return false;
+  }
+}
+
+constexpr size_t clearedSize(const Field &field) {
+  switch (field.kind) {
+  case Kind::text:
+  case Kind::foreign: return sizeof(RtxXmlString);
+  case Kind::hexBinary: return sizeof(RtxHexBinary);
+  case Kind::choice: return field.type->size;
+  case Kind::recordList:
+  case Kind::textList:
+  case Kind::choiceList:
+  case Kind::foreignList:
+  case Kind::attributeList:
+  case Kind::namespaceList: return sizeof(RtxList);
+  default: return 0; // a scalar means something only while its presence bit is set
+  }
+}
+
+template <size_t N> constexpr void addCleared(FieldTable<N> &table, size_t offset, size_t size) {
+  if (size == 0) return;
+  if (table.clearedCount > 0) {
+    ClearedPart &last = table.cleared[table.clearedCount - 1];
+    // Between the presence word and the first member there is only padding.
+    bool touches = size_t{last.offset} + last.size == offset || (last.offset == 0 && offset == table.rows[0].offset);
+    if (touches) {
+      last.size = static_cast<uint16_t>(offset + size - last.offset);
+      return;
+    }
+  }
+  if (table.clearedCount == N + 4) refuse("too many parts to clear");
+  table.cleared[table.clearedCount++] = {static_cast<uint16_t>(offset), static_cast<uint16_t>(size)};
+}
+
+template <class Record, size_t N> constexpr void findCleared(FieldTable<N> &table, bool isChoice) {
+  if (isChoice) return addCleared(table, 0, sizeof(Record));
+  if (beginsWithPresence<Record>()) addCleared(table, 0, sizeof(uint32_t));
+  for (const Field &field : table.rows) {
+    addCleared(table, field.offset, clearedSize(field));
+    if (field.kind != Kind::record) continue;
+    for (uint8_t i = 0; i < field.type->clearedCount; ++i)
+      addCleared(table, size_t{field.offset} + field.type->cleared[i].offset, field.type->cleared[i].size);
+  }
+}
+
 // Gives every field its id and its bit of the handler, and compares the rows with the tables.
 template <class Record, size_t N>
 constexpr FieldTable<N> placeFields(const Field (&rows)[N], const TypeOptions &options) {
@@ -298,6 +351,7 @@ constexpr FieldTable<N> placeFields(const Field (&rows)[N], const TypeOptions &o
   }
   if (options.content != Content::choice && elements != options.elements.count) refuse("an element id has no field");
   if (attributes != options.attributes.count) refuse("an attribute id has no field");
+  findCleared<Record>(table, options.content == Content::choice);
   return table;
 }
 
@@ -328,21 +382,17 @@ constexpr void checkPinned(const PinnedTable &pinned) {
   }
 }
 
-template <class Record> constexpr bool beginsWithPresence() {
-  if constexpr (requires(Record record) { record.m; }) {
-    static_assert(offsetof(Record, m) == 0, "the presence word comes first");
-    return true;
-  } else {
-    return false;
-  }
-}
-
 template <class Record> constexpr bool beginsWithSelector() {
   if constexpr (requires(Record record) { record.t; }) {
     return offsetof(Record, t) == 0 && std::is_same_v<decltype(Record::t), uint16_t>;
   } else {
     return false;
   }
+}
+
+constexpr bool hasDefault(const Field &field) {
+  return has(field, initialZero) || has(field, initialTrue) ||
+         (field.kind == Kind::record && has(*field.type, hasDefaults));
 }
 
 // Builds a type from its placed fields.
@@ -361,6 +411,8 @@ constexpr TypeSchema makeType(const FieldTable<N> &table, const TypeOptions &opt
   type.states = options.states.cells;
   type.attributeNames = options.attributes.names;
   type.pinned = options.pinned.lines;
+  type.cleared = table.cleared;
+  type.clearedCount = table.clearedCount;
   type.decoding = options.decoding;
   type.validating = options.validating;
   type.requiredAttributes = options.requiredAttributes;
@@ -396,6 +448,7 @@ constexpr TypeSchema makeType(const FieldTable<N> &table, const TypeOptions &opt
     if (field.kind == Kind::namespaceList) type.namespaceList = index;
     if (field.kind == Kind::attributeList) type.attributeList = index;
     if (field.part == Part::element) type.flags = static_cast<uint16_t>(type.flags | delegationOf(field));
+    if (hasDefault(field) && options.content != Content::choice) type.flags |= hasDefaults;
   }
   if (!owned) type.flags |= attributesOnly;
   if (type.attributeCount > 0 || type.namespaceList != noField || type.attributeList != noField)

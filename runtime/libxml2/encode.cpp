@@ -81,12 +81,12 @@ struct Name {
 };
 
 // A namespace without a prefix of its own takes the one that the context binds to its URI. The context is usable.
-inline Name nameOf(const RuntimeContext *ctx, const char *localName, const RtxNamespace *ns) {
+Name nameOf(const RuntimeContext *ctx, const char *localName, const RtxNamespace *ns) {
   Name name = {{"", 0}, textOf(localName)};
   if (ns == nullptr) return name;
   NamespaceStack &namespaces = ctx->internals->namespaces;
   if (ns->prefix != nullptr) {
-    name.prefix = {ns->prefix, namespaces.lengthOfPrefix(ns->prefix)};
+    name.prefix = textOf(ns->prefix);
   } else if (const Binding *binding = namespaces.findUri(ns->uri, false); binding != nullptr) {
     name.prefix = {binding->prefix, binding->prefixLength};
   }
@@ -483,7 +483,7 @@ private:
   const char *kept(const char *uri) {
     if (uri == nullptr || failed()) return nullptr;
     if (*uri == '\0') return "";
-    if (ctx->internals->namespaces.tableEntry(uri) >= 0) return uri;
+    if (ctx->internals->namespaces.isLasting(uri)) return uri;
     const size_t size = strlen(uri) + 1;
     if (size > state().uriCapacity) {
       char *larger = static_cast<char *>(ctx->internals->heap.systemAllocate(size));
@@ -506,60 +506,203 @@ private:
   bool tagOpen = false;
 };
 
-int encodeElement(RuntimeContext *ctx, const char *elementName, const RtxNamespace *ns, Content content) {
+// What an element or attribute needs in full; the common cases below come to it with a jump.
+
+[[gnu::noinline]] int startElement(RuntimeContext *ctx, const char *localName, const RtxNamespace *ns,
+                                   const RtxNsDeclList *declarations, bool terminate) {
+  Encoder encoder(ctx);
+  if (!encoder.failed()) encoder.startElement(localName, ns, declarations, terminate);
+  return encoder.finish();
+}
+
+[[gnu::noinline]] int endElement(RuntimeContext *ctx, const char *localName, const RtxNamespace *ns) {
+  Encoder encoder(ctx);
+  if (!encoder.failed()) encoder.endElement(localName, ns);
+  return encoder.finish();
+}
+
+[[gnu::noinline]] int encodeAttributeInFull(RuntimeContext *ctx, Text name, Text value) {
+  Encoder encoder(ctx);
+  encoder.attribute(name, value, Escape::AttributeBytes);
+  return encoder.finish();
+}
+
+[[gnu::noinline]] int encodeElement(RuntimeContext *ctx, const char *elementName, const RtxNamespace *ns,
+                                    Content content) {
   Encoder encoder(ctx);
   if (!encoder.failed()) encoder.simpleElement(elementName, ns, content);
   return encoder.finish();
 }
 
-// Whether a name can be written at once: there is an output, and no start tag has to be closed first.
-inline bool isIdle(const RuntimeContext *ctx) {
-  const RtxInternals &internals = *ctx->internals;
-  return internals.bufferIsOutput && !internals.encode.tagOpen && !internals.encode.rootPending;
+// ---- The common cases -----------------------------------------------------------------------------------------
+//
+// Each is done at once if there is an output with room for it, nothing but the end of a start tag has to come first,
+// and no text needs escaping. If not, it returns false and has written nothing that counts; the encoder above does the
+// rest.
+
+// Whether an open start tag, if there is one, can be closed by a mere ">".
+inline bool mayClose(const RuntimeContext *ctx) {
+  const EncodeState &state = ctx->internals->encode;
+  if (!state.tagOpen) return true;
+  return ctx->state != XMLSTATE_IN_ATTRIBUTES && (!state.tag.isRoot || state.tag.declaresItself);
 }
 
-// The common case of an element of simple content: nothing is pending, there is room, and the text needs no escaping.
-// False if it is another case; then nothing has been written that counts.
-inline bool writePlainElement(RuntimeContext *ctx, Text text, const char *localName, const RtxNamespace *ns) {
-  if (!isIdle(ctx) || localName == nullptr || text.length == 0) return false;
-  const Name name = nameOf(ctx, localName, ns);
-  RtxTextBuffer &buffer = ctx->buffer;
-  const size_t nameLength = name.length();
-  if (buffer.size - buffer.byteIndex < 2 * nameLength + 5 + text.length) return false;
+// Whether an element that is not the root can begin.
+inline bool mayBegin(const RuntimeContext *ctx) {
+  const RtxInternals &internals = *ctx->internals;
+  return internals.bufferIsOutput && !internals.encode.rootPending && mayClose(ctx);
+}
 
-  char *const start = buffer.data + buffer.byteIndex;
-  *start = '<';
-  char *to = name.writeTo(start + 1);
+inline Escape escapeHere(const RuntimeContext *ctx) {
+  return ctx->state == XMLSTATE_IN_ATTRIBUTES ? Escape::Attribute : Escape::Text;
+}
+
+inline bool hasRoom(const RtxTextBuffer &buffer, size_t count) { return buffer.size - buffer.byteIndex >= count; }
+
+using TagStart = NamespaceStack::TagStart;
+
+// Bytes that the functions below may write for the name of a tag with all around it.
+constexpr size_t longName = 32;
+constexpr size_t tagRoom = TagStart::room + longName + 4;
+
+// Writes a name without its length being known, up to its NUL. Null if it is a long one.
+inline char *writeName(char *to, const char *name) {
+  if (name == nullptr) return to;
+  for (const char *const end = to + longName; to < end; to += 4, name += 4) {
+    if ((to[0] = name[0]) == '\0') return to;
+    if ((to[1] = name[1]) == '\0') return to + 1;
+    if ((to[2] = name[2]) == '\0') return to + 2;
+    if ((to[3] = name[3]) == '\0') return to + 3;
+  }
+  return nullptr;
+}
+
+inline char *writeTagStart(char *to, const TagStart &tag, const char *name) {
+  memcpy(to, tag.text, sizeof tag.text); // whatever its length
+  return writeName(to + tag.length, name);
+}
+
+// What was written does not count: the output ends where it did.
+inline bool giveUp(RuntimeContext *ctx) {
+  ctx->buffer.data[ctx->buffer.byteIndex] = '\0';
+  return false;
+}
+
+inline char *closeTag(RuntimeContext *ctx, char *to) {
+  if (ctx->internals->encode.tagOpen) *to++ = '>';
+  return to;
+}
+
+inline void wroteTo(RuntimeContext *ctx, const char *end, bool tagOpen) {
+  ctx->buffer.byteIndex = static_cast<size_t>(end - ctx->buffer.data);
+  ctx->internals->encode.tagOpen = tagOpen;
+}
+
+inline bool startPlainElement(RuntimeContext *ctx, const char *localName, const RtxNamespace *ns, bool terminate) {
+  if (!mayBegin(ctx)) return false;
+  const TagStart *tagStart = ctx->internals->namespaces.tagStartOf(ns);
+  if (tagStart == nullptr || !hasRoom(ctx->buffer, tagRoom)) return false;
+  char *const start = closeTag(ctx, ctx->buffer.data + ctx->buffer.byteIndex);
+  char *to = writeTagStart(start, *tagStart, localName);
+  if (to == nullptr) return giveUp(ctx);
+  if (terminate) {
+    *to++ = '>';
+  } else {
+    OpenTag &tag = ctx->internals->encode.tag;
+    tag = {};
+    tag.start = static_cast<size_t>(start - ctx->buffer.data);
+    tag.nameEnd = tag.attributesEnd = static_cast<size_t>(to - ctx->buffer.data);
+    tag.prefixLength = tagStart->length == 1 ? 0 : static_cast<uint32_t>(tagStart->length - 2);
+    tag.uri = ns == nullptr ? nullptr : ns->uri; // of the table, if it is one
+  }
+  wroteTo(ctx, to, !terminate);
+  return true;
+}
+
+inline bool endPlainElement(RuntimeContext *ctx, const char *localName, const RtxNamespace *ns) {
+  if (!mayBegin(ctx)) return false;
+  if (ctx->internals->encode.tagOpen) {
+    if (!hasRoom(ctx->buffer, 2)) return false;
+    char *to = ctx->buffer.data + ctx->buffer.byteIndex;
+    *to++ = '/';
+    wroteTo(ctx, closeTag(ctx, to), false);
+    return true;
+  }
+  const TagStart *tagStart = ctx->internals->namespaces.tagStartOf(ns);
+  if (tagStart == nullptr || !hasRoom(ctx->buffer, tagRoom)) return false;
+  char *const start = ctx->buffer.data + ctx->buffer.byteIndex;
+  char *to = writeTagStart(start + 1, *tagStart, localName);
+  if (to == nullptr) return giveUp(ctx);
+  start[0] = '<';
+  start[1] = '/';
   *to++ = '>';
-  if (copyPlain(to, text.bytes, text.length, Escape::Text) != text.length) return false;
+  wroteTo(ctx, to, false);
+  return true;
+}
+
+inline bool writePlainElement(RuntimeContext *ctx, Text text, const char *localName, const RtxNamespace *ns) {
+  if (text.length == 0 || !mayBegin(ctx)) return false;
+  const TagStart *tagStart = ctx->internals->namespaces.tagStartOf(ns);
+  if (tagStart == nullptr || !hasRoom(ctx->buffer, 2 * tagRoom + text.length)) return false;
+  char *const start = closeTag(ctx, ctx->buffer.data + ctx->buffer.byteIndex);
+  char *to = writeTagStart(start, *tagStart, localName);
+  if (to == nullptr) return giveUp(ctx);
+  const size_t nameLength = static_cast<size_t>(to - start) - 1;
+  *to++ = '>';
+  if (copyPlain(to, text.bytes, text.length, escapeHere(ctx)) != text.length) return giveUp(ctx);
   to += text.length;
   *to++ = '<';
   *to++ = '/';
   copyShort(to, start + 1, nameLength);
   to += nameLength;
   *to++ = '>';
-  buffer.byteIndex = static_cast<size_t>(to - buffer.data);
+  wroteTo(ctx, to, false);
   return true;
 }
 
-// The same for a tag without attributes, which begins with opening.
-inline bool writePlainTag(RuntimeContext *ctx, Text opening, const char *localName, const RtxNamespace *ns) {
-  if (!isIdle(ctx)) return false;
-  const Name name = nameOf(ctx, localName, ns);
+// Content alone, of an element or of the value of an attribute.
+inline bool writePlainContent(RuntimeContext *ctx, Text text) {
+  const RtxInternals &internals = *ctx->internals;
+  const bool inTag = internals.encode.tagOpen && ctx->state == XMLSTATE_IN_ATTRIBUTES;
+  if (text.length == 0 || !internals.bufferIsOutput || !(inTag || mayClose(ctx))) return false;
+  if (!hasRoom(ctx->buffer, text.length + 1)) return false;
+  char *to = ctx->buffer.data + ctx->buffer.byteIndex;
+  if (!inTag) to = closeTag(ctx, to);
+  if (copyPlain(to, text.bytes, text.length, escapeHere(ctx)) != text.length) return giveUp(ctx);
+  wroteTo(ctx, to + text.length, inTag);
+  return true;
+}
+
+inline bool writePlain(RuntimeContext *ctx, Text text, const char *elementName, const RtxNamespace *ns) {
+  return elementName == nullptr ? writePlainContent(ctx, text) : writePlainElement(ctx, text, elementName, ns);
+}
+
+inline bool writePlainAttribute(RuntimeContext *ctx, Text name, Text value) {
+  RtxInternals &internals = *ctx->internals;
+  OpenTag &tag = internals.encode.tag;
   RtxTextBuffer &buffer = ctx->buffer;
-  if (buffer.size - buffer.byteIndex < opening.length + name.length() + 1) return false;
+  if (!internals.bufferIsOutput || !internals.encode.tagOpen) return false;
+  if (tag.hasUnknown || tag.attributesEnd != buffer.byteIndex || name.length == 0) return false;
+  const uint64_t bit = AttributeName{name}.bit();
+  if ((tag.attributes & bit) != 0 || !hasRoom(buffer, name.length + value.length + 4)) return false;
   char *to = buffer.data + buffer.byteIndex;
-  copyShort(to, opening.bytes, opening.length);
-  to = name.writeTo(to + opening.length);
-  *to++ = '>';
-  buffer.byteIndex = static_cast<size_t>(to - buffer.data);
+  *to++ = ' ';
+  copyShort(to, name.bytes, name.length);
+  to += name.length;
+  *to++ = '=';
+  *to++ = '"';
+  if (copyPlain(to, value.bytes, value.length, Escape::AttributeBytes) != value.length) return giveUp(ctx);
+  to += value.length;
+  *to++ = '"';
+  tag.attributes |= bit;
+  wroteTo(ctx, to, true);
+  tag.attributesEnd = buffer.byteIndex;
   return true;
 }
 
-int encodeAttribute(RuntimeContext *ctx, Text name, Text value, Escape escape) {
-  Encoder encoder(ctx);
-  encoder.attribute(name, value, escape);
-  return encoder.finish();
+int encodeAttribute(RuntimeContext *ctx, Text name, Text value) {
+  if (!usable(ctx)) return STATUS_BAD_CONTEXT;
+  return writePlainAttribute(ctx, name, value) ? 0 : encodeAttributeInFull(ctx, name, value);
 }
 
 } // namespace
@@ -599,10 +742,9 @@ int rtXmlEncEndDocument(RuntimeContext *ctx) {
 int rtXmlEncStartElement(RuntimeContext *ctx, const char *localName, const RtxNamespace *ns,
                          const RtxNsDeclList *declarations, bool terminate) {
   if (!rt::usable(ctx)) return STATUS_BAD_CONTEXT;
-  if (terminate && declarations == nullptr && rt::writePlainTag(ctx, {"<", 1}, localName, ns)) return 0;
-  Encoder encoder(ctx);
-  if (!encoder.failed()) encoder.startElement(localName, ns, declarations, terminate);
-  return encoder.finish();
+  const bool declares = declarations != nullptr && declarations->items.head != nullptr;
+  if (!declares && rt::startPlainElement(ctx, localName, ns, terminate)) return 0;
+  return rt::startElement(ctx, localName, ns, declarations, terminate);
 }
 
 int rtXmlEncNSAttrs(RuntimeContext *ctx, const RtxNsDeclList *declarations) {
@@ -625,17 +767,14 @@ int rtXmlEncTermStartElement(RuntimeContext *ctx) {
 
 int rtXmlEncEndElement(RuntimeContext *ctx, const char *localName, const RtxNamespace *ns) {
   if (!rt::usable(ctx)) return STATUS_BAD_CONTEXT;
-  if (rt::writePlainTag(ctx, {"</", 2}, localName, ns)) return 0;
-  Encoder encoder(ctx);
-  if (!encoder.failed()) encoder.endElement(localName, ns);
-  return encoder.finish();
+  return rt::endPlainElement(ctx, localName, ns) ? 0 : rt::endElement(ctx, localName, ns);
 }
 
 int rtXmlEncString(RuntimeContext *ctx, const RtxXmlString *text, const char *elementName, const RtxNamespace *ns) {
   if (!rt::usable(ctx)) return STATUS_BAD_CONTEXT;
   const rt::Text content = rt::textOf(text == nullptr ? nullptr : text->value);
   const bool inSection = text != nullptr && text->cdata;
-  if (!inSection && rt::writePlainElement(ctx, content, elementName, ns)) return 0;
+  if (!inSection && rt::writePlain(ctx, content, elementName, ns)) return 0;
   const rt::ContentKind kind = inSection ? rt::ContentKind::Section : rt::ContentKind::Characters;
   return rt::encodeElement(ctx, elementName, ns, {kind, content});
 }
@@ -648,7 +787,7 @@ int rtXmlEncUTF8Str(RuntimeContext *ctx, const char *text, const char *elementNa
 int rtXmlEncUInt(RuntimeContext *ctx, uint32_t value, const char *elementName, const RtxNamespace *ns) {
   if (!rt::usable(ctx)) return STATUS_BAD_CONTEXT;
   const rt::Digits digits(value);
-  if (rt::writePlainElement(ctx, digits.text(), elementName, ns)) return 0;
+  if (rt::writePlain(ctx, digits.text(), elementName, ns)) return 0;
   return rt::encodeElement(ctx, elementName, ns, {rt::ContentKind::Digits, digits.text()});
 }
 
@@ -666,23 +805,23 @@ int rtXmlEncAny(RuntimeContext *ctx, const RtxXmlString *fragment, const char *e
 
 int rtXmlEncUTF8Attr2(RuntimeContext *ctx, const char *name, size_t nameLength, const char *value, size_t valueLength) {
   if (value == nullptr) valueLength = 0;
-  return rt::encodeAttribute(ctx, {name, nameLength}, {value, valueLength}, rt::Escape::AttributeBytes);
+  return rt::encodeAttribute(ctx, {name, nameLength}, {value, valueLength});
 }
 
 int rtXmlEncBoolAttr(RuntimeContext *ctx, bool value, const char *name, size_t nameLength) {
   const rt::Text text = value ? rt::Text{"true", 4} : rt::Text{"false", 5};
-  return rt::encodeAttribute(ctx, {name, nameLength}, text, rt::Escape::AttributeBytes);
+  return rt::encodeAttribute(ctx, {name, nameLength}, text);
 }
 
 int rtXmlEncUIntAttr(RuntimeContext *ctx, uint32_t value, const char *name, size_t nameLength) {
-  return rt::encodeAttribute(ctx, {name, nameLength}, rt::Digits(value).text(), rt::Escape::AttributeBytes);
+  return rt::encodeAttribute(ctx, {name, nameLength}, rt::Digits(value).text());
 }
 
 int rtXmlEncDecimalAttr(RuntimeContext *ctx, double value, const char *name, size_t nameLength) {
   char digits[rt::decimalDigits];
   const size_t length = rt::writeDecimal(value, digits);
   if (length == 0) return rt::usable(ctx) ? STATUS_INVALID_UTF8 : STATUS_BAD_CONTEXT;
-  return rt::encodeAttribute(ctx, {name, nameLength}, {digits, length}, rt::Escape::AttributeBytes);
+  return rt::encodeAttribute(ctx, {name, nameLength}, {digits, length});
 }
 
 int rtXmlEncAnyAttr(RuntimeContext *ctx, const RtxAttrList *attributes) {

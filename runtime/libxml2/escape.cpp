@@ -3,6 +3,7 @@
 #include "text.h"
 
 #include <charconv>
+#include <initializer_list>
 #include <stdint.h>
 #include <string.h>
 
@@ -14,56 +15,42 @@ template <class Word> constexpr Word inEveryByte(unsigned char byte) {
   return static_cast<Word>(~Word{0} / 0xFF * byte);
 }
 
-// Not zero if a byte of the word is special: a control character, a quote, "&", "<" or ">", and if ascii is asked for
-// one from 0x80 on. Works on all bytes at once: a top bit is set where a byte is less than what is subtracted from it,
-// and above such a byte also for nothing, because it borrowed.
+// The first bits of the bytes of a word that are special: a control character, a quote, "&", "<" or ">", or if ascii is
+// asked for one from 0x80 on. Works on all bytes at once: a top bit is set where a byte is less than what is subtracted
+// from it, and above such a byte also for nothing, because it borrowed.
 template <class Word> constexpr Word specialBytes(Word word, bool ascii) {
-  const Word tops = inEveryByte<Word>(0x80);
   const Word one = inEveryByte<Word>(1);
-  const Word high = ascii ? word : 0;
+  const Word control = word - inEveryByte<Word>(0x20);
+  const Word quoteOrAmpersand = ((word | inEveryByte<Word>(0x04)) ^ inEveryByte<Word>('&')) - one; // 0x22, 0x26
+  const Word angle = ((word | inEveryByte<Word>(0x02)) ^ inEveryByte<Word>('>')) - one;            // 0x3C, 0x3E
+  return (((control | quoteOrAmpersand | angle) & ~word) | (ascii ? word : 0)) & inEveryByte<Word>(0x80);
+}
+
+// Zero only if no byte of the word is special or anywhere near. Most words have none, and this takes less than to know.
+template <class Word> constexpr Word bytesNearSpecial(Word word) {
   const Word bracketLike = (word ^ inEveryByte<Word>('<')) - inEveryByte<Word>(4); // "<", "=", ">", "?"
   const Word below = word - inEveryByte<Word>('\'');                               // control, blank, up to "&"
-  if ((((bracketLike | below) & ~word) | high) & tops) [[unlikely]] {
-    const Word control = word - inEveryByte<Word>(0x20);
-    const Word quoteOrAmpersand = ((word | inEveryByte<Word>(0x04)) ^ inEveryByte<Word>('&')) - one; // 0x22, 0x26
-    const Word angle = ((word | inEveryByte<Word>(0x02)) ^ inEveryByte<Word>('>')) - one;            // 0x3C, 0x3E
-    return (((control | quoteOrAmpersand | angle) & ~word) | high) & tops;
-  }
-  return 0; // the common case
+  return (bracketLike | below | word) & inEveryByte<Word>(0x80);
 }
 
-// Copies one word if all of its bytes are plain.
-template <class Word> bool copyPlainWord(char *to, const char *text, bool ascii) {
-  Word word;
-  memcpy(&word, text, sizeof word);
-  if (specialBytes(word, ascii) != 0) return false;
-  memcpy(to, &word, sizeof word);
-  return true;
-}
-
-// Copies words, the last of which may overlap the one before. Returns how many bytes of the text are certainly done.
-template <class Word> size_t copyPlainWords(char *to, const char *text, size_t length, bool ascii) {
-  size_t i = 0;
-  for (; i + sizeof(Word) <= length; i += sizeof(Word)) {
-    if (!copyPlainWord<Word>(to + i, text + i, ascii)) return i;
-  }
-  const size_t last = length - sizeof(Word);
-  return i == length || copyPlainWord<Word>(to + last, text + last, ascii) ? length : i;
-}
-
-constexpr bool isPlain(unsigned char byte, bool ascii) {
-  return byte >= 0x20 && byte != '"' && byte != '&' && byte != '<' && byte != '>' && (byte < 0x80 || !ascii);
+constexpr bool isPlain(unsigned char byte, Escape escape) {
+  if (byte >= 0x80) return escape == Escape::AttributeBytes;
+  if (byte == '\t' || byte == '\n') return escape == Escape::Text;
+  return byte >= 0x20 && byte != '"' && byte != '&' && byte != '<' && byte != '>';
 }
 
 struct PlainBytes {
-  bool ascii[256];
-  bool any[256];
+  uint8_t bits[256] = {}; // one for each way of escaping
 
-  constexpr PlainBytes() : ascii(), any() {
+  constexpr PlainBytes() {
     for (unsigned i = 0; i < 256; i++) {
-      ascii[i] = isPlain(static_cast<unsigned char>(i), true);
-      any[i] = isPlain(static_cast<unsigned char>(i), false);
+      for (const Escape escape : {Escape::Text, Escape::Attribute, Escape::AttributeBytes}) {
+        if (isPlain(static_cast<unsigned char>(i), escape)) bits[i] |= static_cast<uint8_t>(1U << int(escape));
+      }
     }
+  }
+  constexpr bool has(char byte, Escape escape) const {
+    return (bits[static_cast<unsigned char>(byte)] >> int(escape) & 1) != 0;
   }
 };
 
@@ -77,20 +64,47 @@ constexpr bool isNameByte(unsigned char byte) {
   return isNameStart(byte) || (byte >= '0' && byte <= '9') || byte == '-' || byte == '.';
 }
 
+// Copies plain bytes from a position on. Returns the position that it has reached.
+[[gnu::noinline]] size_t copyCarefully(char *to, const char *text, size_t i, size_t length, Escape escape) {
+  uintptr_t word;
+  size_t end; // of what is looked at byte by byte
+  do {
+    for (; length - i >= sizeof word; i += sizeof word) {
+      memcpy(&word, text + i, sizeof word);
+      if (specialBytes(word, escape != Escape::AttributeBytes) != 0) break;
+      memcpy(to + i, &word, sizeof word);
+    }
+    end = length - i < sizeof word ? length : i + sizeof word;
+    for (; i < end; i++) {
+      if (!plainBytes.has(text[i], escape)) return i;
+      to[i] = text[i];
+    }
+  } while (i < length);
+  return i;
+}
+
+// Copies a text that is not shorter than a word as words, the last of which may overlap the one before.
+template <class Word> size_t copyWords(char *to, const char *text, size_t length, Escape escape) {
+  const size_t last = length - sizeof(Word);
+  size_t i = 0;
+  for (Word word; i < last; i += sizeof word) {
+    memcpy(&word, text + i, sizeof word);
+    if (bytesNearSpecial(word) != 0) return copyCarefully(to, text, i, length, escape);
+    memcpy(to + i, &word, sizeof word);
+  }
+  Word word;
+  memcpy(&word, text + last, sizeof word);
+  if (bytesNearSpecial(word) != 0) return copyCarefully(to, text, last, length, escape);
+  memcpy(to + last, &word, sizeof word);
+  return length;
+}
+
 } // namespace
 
 size_t copyPlain(char *to, const char *text, size_t length, Escape escape) {
-  const bool ascii = escape != Escape::AttributeBytes;
-  size_t i = 0;
-  if (length >= sizeof(uintptr_t)) {
-    i = copyPlainWords<uintptr_t>(to, text, length, ascii);
-  } else if (length >= sizeof(uint32_t)) {
-    i = copyPlainWords<uint32_t>(to, text, length, ascii);
-  }
-  const bool *plain = ascii ? plainBytes.ascii : plainBytes.any;
-  for (; i < length && plain[static_cast<unsigned char>(text[i])]; i++)
-    to[i] = text[i];
-  return i;
+  if (length >= sizeof(uintptr_t)) return copyWords<uintptr_t>(to, text, length, escape);
+  if (length >= sizeof(uint32_t)) return copyWords<uint32_t>(to, text, length, escape);
+  return copyCarefully(to, text, 0, length, escape);
 }
 
 size_t multiByteCharacter(const char *text, size_t length) {
@@ -167,7 +181,7 @@ template <class Word> bool copyAsciiWord(char *to, const char *text) {
 }
 
 // Copies a text that is not shorter than a word as words, the last of which may overlap the one before.
-template <class Word> bool copyWords(char *to, const char *text, size_t length) {
+template <class Word> bool copyXmlWords(char *to, const char *text, size_t length) {
   const char *const end = text + length;
   const char *const last = end - sizeof(Word);
   for (; text < last; text += sizeof(Word), to += sizeof(Word)) {
@@ -182,8 +196,8 @@ template <class Word> bool copyWords(char *to, const char *text, size_t length) 
 } // namespace
 
 bool copyXmlText(char *to, const char *text, size_t length) {
-  if (length >= sizeof(uintptr_t)) return copyWords<uintptr_t>(to, text, length);
-  if (length >= sizeof(uint32_t)) return copyWords<uint32_t>(to, text, length);
+  if (length >= sizeof(uintptr_t)) return copyXmlWords<uintptr_t>(to, text, length);
+  if (length >= sizeof(uint32_t)) return copyXmlWords<uint32_t>(to, text, length);
   return copyMixedText(to, text, length);
 }
 

@@ -11,8 +11,9 @@ enum class Escape {
   AttributeBytes // an attribute's value that need not be UTF-8: bytes from 0x80 on are taken as they are
 };
 
-// Copies the bytes at the beginning of a text that need no look: no markup, no control character, and unless bytes are
-// taken as they are, ASCII. Returns their number. Both ranges have length bytes.
+// Copies the bytes at the beginning of a text that may stand as they are and need no look at the character that they
+// belong to: no markup, and ASCII unless bytes are taken as they are. Returns their number. Both ranges have length
+// bytes.
 size_t copyPlain(char *to, const char *text, size_t length, Escape escape);
 
 // What is written for the first character of a text. taken 0: XML cannot carry it, or it is not UTF-8.

@@ -74,14 +74,22 @@ void rtxMemBufReset(RtxMemBuf *buffer) {
   buffer->used = 0;
 }
 
-int rtxCheckBuffer(RuntimeContext *ctx, size_t count) {
-  if (!rt::usable(ctx)) return STATUS_BUFFER_OVERFLOW;
+namespace {
+
+[[gnu::cold, gnu::noinline]] int makeRoom(RuntimeContext *ctx, size_t count) {
   const RtxTextBuffer &buffer = ctx->buffer;
-  if (!ctx->internals->bufferIsOutput) return STATUS_BUFFER_OVERFLOW;
-  if (buffer.byteIndex <= buffer.size && count <= buffer.size - buffer.byteIndex) return 0;
   if (!buffer.dynamic) return STATUS_BUFFER_OVERFLOW;
   if (count > SIZE_MAX - buffer.byteIndex) return STATUS_NO_MEMORY;
   return growOutput(*ctx, buffer.byteIndex + count) ? 0 : STATUS_NO_MEMORY;
+}
+
+} // namespace
+
+int rtxCheckBuffer(RuntimeContext *ctx, size_t count) {
+  if (!rt::usable(ctx) || !ctx->internals->bufferIsOutput) return STATUS_BUFFER_OVERFLOW;
+  const RtxTextBuffer &buffer = ctx->buffer;
+  const bool fits = buffer.byteIndex <= buffer.size && count <= buffer.size - buffer.byteIndex;
+  return fits ? 0 : makeRoom(ctx, count);
 }
 
 int rtxInitContextBuffer(RuntimeContext *ctx, const char *bytes, size_t length) {

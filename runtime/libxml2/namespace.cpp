@@ -150,11 +150,21 @@ const Binding *NamespaceStack::searchUri(const char *uri, bool prefixedOnly) {
         return spells(candidate, {uri, length});
       },
       prefixedOnly);
-  if (!prefixedOnly && tableEntry(uri) >= 0) {
-    askedUri = uri;
-    askedBinding = binding;
-  }
+  if (!prefixedOnly && tableEntry(uri) >= 0) remember(uri, binding);
   return binding;
+}
+
+void NamespaceStack::remember(const char *uri, const Binding *binding) {
+  askedUri = uri;
+  askedBinding = binding;
+  askedPrefix = binding == nullptr ? nullptr : binding->prefix;
+  askedTag = unprefixedTag;
+  const size_t length = binding == nullptr ? 0 : binding->prefixLength;
+  if (length == 0) return;
+  askedTag.length = length + 2 <= TagStart::room ? length + 2 : 0;
+  if (askedTag.length == 0) return;
+  memcpy(askedTag.text + 1, askedPrefix, length);
+  askedTag.text[length + 1] = ':';
 }
 
 // ---- Binding
@@ -315,10 +325,7 @@ int NamespaceStack::declare(Heap &heap, const char *prefix, const char *uri, boo
   const Binding *present = findInStack(prefix, prefixText.length, hash);
   if (present != nullptr && spells(*present, uriText) && (present->declared || !written)) return 0;
   if (const int status = add(heap, prefixText, uriText, written, hash, present); status != 0) return status;
-  if (inTable) { // what the encoder is going to ask for
-    askedUri = uri;
-    askedBinding = &bindings[bindingCount - 1];
-  }
+  if (inTable) remember(uri, &bindings[bindingCount - 1]); // what the encoder is going to ask for
   return 0;
 }
 

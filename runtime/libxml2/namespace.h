@@ -94,12 +94,6 @@ public:
     return uri != nullptr && uri == askedUri && !prefixedOnly ? askedBinding : searchUri(uri, prefixedOnly);
   }
 
-  // The length of a prefix that findUri may have given out lately.
-  size_t lengthOfPrefix(const char *prefix) const {
-    const bool known = askedUri != nullptr && askedBinding != nullptr && askedBinding->prefix == prefix;
-    return known ? askedBinding->prefixLength : strlen(prefix);
-  }
-
   // ---- URI table
 
   int setTable(Heap &heap, const char *const *table, uint32_t count);
@@ -110,6 +104,22 @@ public:
   }
   // Position of the entry that is this very pointer, or -1.
   int tableEntry(const char *uri) const;
+
+  // Whether a text is an entry of the table, and so there for longer than any document.
+  bool isLasting(const char *uri) const { return uri == askedUri || tableEntry(uri) >= 0; }
+
+  // How a tag of a name begins: "<", the prefix and its colon.
+  struct TagStart {
+    static constexpr size_t room = 8;
+    char text[room];
+    size_t length; // 0: not known
+  };
+  // That of a namespace, if it is none or the one that findUri was last asked for; else null.
+  const TagStart *tagStartOf(const RtxNamespace *ns) const {
+    if (ns == nullptr || (ns->uri == nullptr && ns->prefix == nullptr)) return &unprefixedTag;
+    if (ns->uri == nullptr || ns->uri != askedUri) return nullptr;
+    return (ns->prefix == nullptr || ns->prefix == askedPrefix) && askedTag.length != 0 ? &askedTag : nullptr;
+  }
 
   // ---- Declarations, which the encoder writes
 
@@ -147,6 +157,8 @@ private:
   bool isVisible(const Binding &binding) const;
   template <class Matches> const Binding *newestVisible(Matches matches, bool prefixedOnly) const;
   uint32_t newestDeclared(const Binding &like) const;
+
+  void remember(const char *uri, const Binding *binding);
 
   int add(Heap &heap, Text prefix, Text uri, bool declared);
   int add(Heap &heap, Text prefix, Text uri, bool declared, uint32_t hash, const Binding *present);
@@ -195,6 +207,9 @@ private:
   // The answer to the last question for a URI that is an entry of the table; null: bindings have changed since.
   const char *askedUri = nullptr;
   const Binding *askedBinding = nullptr;
+  const char *askedPrefix = nullptr;
+  TagStart askedTag = {};
+  static constexpr TagStart unprefixedTag = {"<", 1};
 
   char *keptPrefix = nullptr;
   size_t keptPrefixCapacity = 0;

@@ -19,22 +19,22 @@ const char *encoderPath(const TypeSchema &type) { return type.module->paths[int(
 int lineOf(const TypeSchema &type, uint8_t row, uint8_t step) { return siteLine(type, File::encoder, row, step); }
 
 // Adds the place of a failing step, of the type or of a field, to the trail and passes the status on.
-int wrap(RuntimeContext *ctx, int status, const TypeSchema &type, uint8_t step) {
+[[gnu::cold]] int wrap(RuntimeContext *ctx, int status, const TypeSchema &type, uint8_t step) {
   return rtxErrSetData(ctx, status, encoderPath(type), lineOf(type, 0, step));
 }
-int wrap(RuntimeContext *ctx, int status, const TypeSchema &type, const Field &field, uint8_t step) {
+[[gnu::cold]] int wrap(RuntimeContext *ctx, int status, const TypeSchema &type, const Field &field, uint8_t step) {
   return rtxErrSetData(ctx, status, encoderPath(type), lineOf(type, rowOf(type, field), step));
 }
 
 // Records an error that the encoder itself has found.
-int fail(RuntimeContext *ctx, int status, const TypeSchema &type, uint8_t step) {
+[[gnu::cold]] int fail(RuntimeContext *ctx, int status, const TypeSchema &type, uint8_t step) {
   return rtxErrSetNewData(ctx, status, encoderPath(type), lineOf(type, 0, step));
 }
-int fail(RuntimeContext *ctx, int status, const TypeSchema &type, const Field &field, uint8_t step) {
+[[gnu::cold]] int fail(RuntimeContext *ctx, int status, const TypeSchema &type, const Field &field, uint8_t step) {
   return rtxErrSetNewData(ctx, status, encoderPath(type), lineOf(type, rowOf(type, field), step));
 }
 
-int terminate(RuntimeContext *ctx, const TypeSchema &type, uint8_t step) {
+inline int terminate(RuntimeContext *ctx, const TypeSchema &type, uint8_t step) {
   return terminated(ctx) ? int{STATUS_OK} : fail(ctx, STATUS_BUFFER_OVERFLOW, type, step);
 }
 
@@ -60,8 +60,8 @@ uint32_t numberAt(const void *record, const Field &field) {
   return field.kind == Kind::uint16 ? memberAt<uint16_t>(record, field) : memberAt<uint32_t>(record, field);
 }
 
-int encodeText(RuntimeContext *ctx, const TypeSchema &type, const Field &field, const RtxXmlString &text,
-               const char *element, const RtxNamespace *ns) {
+inline int encodeText(RuntimeContext *ctx, const TypeSchema &type, const Field &field, const RtxXmlString &text,
+                      const char *element, const RtxNamespace *ns) {
   int status = rtxValidateUTF8(ctx, text.value);
   if (status != 0) return wrap(ctx, status, type, field, step::validate);
   status = rtXmlEncString(ctx, &text, element, ns);
@@ -91,23 +91,18 @@ int encodeEnumAttribute(RuntimeContext *ctx, const TypeSchema &type, const Field
   return STATUS_OK;
 }
 
+inline int encodeTextAttribute(RuntimeContext *ctx, const TypeSchema &type, const Field &field, const void *record,
+                               const char *name, size_t length) {
+  const char *value = memberAt<RtxXmlString>(record, field).value;
+  int status = rtXmlEncUTF8Attr2(ctx, name, length, value, rtxUTF8LenBytes(value));
+  return status != 0 ? wrap(ctx, status, type, field, step::write) : status;
+}
+
 int encodeAttribute(RuntimeContext *ctx, const TypeSchema &type, const Field &field, const void *record,
-                    const RtxNamespace *ns) {
-  const char *name = type.attributeNames[field.id];
-  char qualified[attributeNameSize];
-  if (type.module->qualifiedAttributes) {
-    int status = rtXmlNSGetAttrQName(ctx, qualified, sizeof(qualified), ns, name, strlen(name));
-    if (status != 0) return wrap(ctx, status, type, field, step::qualifiedName);
-    name = qualified;
-  }
-  size_t length = strlen(name);
+                    const char *name, size_t length) {
   int status = STATUS_OK;
   switch (field.kind) {
-  case Kind::text: {
-    const char *value = memberAt<RtxXmlString>(record, field).value;
-    status = rtXmlEncUTF8Attr2(ctx, name, length, value, rtxUTF8LenBytes(value));
-    break;
-  }
+  case Kind::text: return encodeTextAttribute(ctx, type, field, record, name, length);
   case Kind::uint32:
   case Kind::uint16: {
     uint32_t value = numberAt(record, field);
@@ -124,30 +119,48 @@ int encodeAttribute(RuntimeContext *ctx, const TypeSchema &type, const Field &fi
   return status != 0 ? wrap(ctx, status, type, field, step::write) : status;
 }
 
+[[gnu::noinline]] int encodeQualified(RuntimeContext *ctx, const TypeSchema &type, const Field &field,
+                                      const void *record, const RtxNamespace *ns) {
+  char name[attributeNameSize];
+  int status = rtXmlNSGetAttrQName(ctx, name, sizeof(name), ns, type.attributeNames[field.id], field.nameLength);
+  if (status != 0) return wrap(ctx, status, type, field, step::qualifiedName);
+  return encodeAttribute(ctx, type, field, record, name, strlen(name));
+}
+
 const RtxNsDeclList *declarationsOf(const TypeSchema &type, const void *record) {
   if (type.namespaceList == noField) return nullptr;
   return &memberAt<RtxNsDeclList>(record, type.fields[type.namespaceList]);
 }
 
-int encodeDeclarations(RuntimeContext *ctx, const TypeSchema &type, const void *record) {
+// opened: the start tag is known to be open, so that nothing can be said against an empty list.
+inline int encodeDeclarations(RuntimeContext *ctx, const TypeSchema &type, const void *record, bool opened) {
   const RtxNsDeclList *declarations = declarationsOf(type, record);
-  if (!declarations) return STATUS_OK;
+  if (!declarations || (opened && !declarations->items.head)) return STATUS_OK;
   int status = rtXmlEncNSAttrs(ctx, declarations);
   return status != 0 ? wrap(ctx, status, type, step::declarations) : status;
 }
 
-int encodeOwnAttributes(RuntimeContext *ctx, const TypeSchema &type, const void *record, const RtxNamespace *ns) {
-  for (const Field &field : fieldsOf(type)) {
+[[gnu::always_inline]] inline int encodeOwnAttributes(RuntimeContext *ctx, const TypeSchema &type, const void *record,
+                                                      const RtxNamespace *ns) {
+  const char *const *name = type.attributeNames;
+  bool qualified = type.module->qualifiedAttributes;
+  for (const Field &field : attributesOf(type)) {
+    const char *attribute = *name++;
+    if (!isPresent(field, record)) continue;
     int status = STATUS_OK;
-    if (field.part == Part::attribute) {
-      if (isPresent(field, record)) status = encodeAttribute(ctx, type, field, record, ns);
-    } else if (field.kind == Kind::attributeList) {
-      status = rtXmlEncAnyAttr(ctx, &memberAt<RtxAttrList>(record, field));
-      if (status != 0) status = wrap(ctx, status, type, field, step::write);
+    if (qualified) {
+      status = encodeQualified(ctx, type, field, record, ns);
+    } else if (field.kind == Kind::text) { // the most common kind by far
+      status = encodeTextAttribute(ctx, type, field, record, attribute, field.nameLength);
+    } else {
+      status = encodeAttribute(ctx, type, field, record, attribute, field.nameLength);
     }
     if (status != 0) return status;
   }
-  return STATUS_OK;
+  if (type.attributeList == noField) return STATUS_OK;
+  const Field &field = type.fields[type.attributeList];
+  int status = rtXmlEncAnyAttr(ctx, &memberAt<RtxAttrList>(record, field));
+  return status != 0 ? wrap(ctx, status, type, field, step::write) : status;
 }
 
 // While attributes are written nothing may close the start tag; every way out restores the state.
@@ -167,13 +180,14 @@ enum class Order : bool {
   declarationsFirst
 };
 
-int encodeAttributesInOrder(RuntimeContext *ctx, const TypeSchema &type, const void *record, const RtxNamespace *ns,
-                            Order order) {
+[[gnu::always_inline]] inline int encodeAttributesInOrder(RuntimeContext *ctx, const TypeSchema &type,
+                                                          const void *record, const RtxNamespace *ns, Order order,
+                                                          bool opened) {
   AttributeState state(ctx);
   int status = STATUS_OK;
-  if (order == Order::declarationsFirst) status = encodeDeclarations(ctx, type, record);
+  if (order == Order::declarationsFirst) status = encodeDeclarations(ctx, type, record, opened);
   if (status == 0) status = encodeOwnAttributes(ctx, type, record, ns);
-  if (status == 0 && order == Order::attributesFirst) status = encodeDeclarations(ctx, type, record);
+  if (status == 0 && order == Order::attributesFirst) status = encodeDeclarations(ctx, type, record, opened);
   return status;
 }
 
@@ -185,6 +199,21 @@ int encodeForeign(RuntimeContext *ctx, const TypeSchema &type, const Field &fiel
   return status != 0 ? wrap(ctx, status, type, field, step::write) : status;
 }
 
+int encodeElement(RuntimeContext *ctx, const TypeSchema &type, const void *record, const char *element,
+                  const RtxNamespace *ns, const RtxNamespace *childNs);
+
+// A record inside a record of a type: what is true of the namespace of the one's children is true of the other's.
+inline int encodeNested(RuntimeContext *ctx, const TypeSchema &type, const TypeSchema &nested, const void *record,
+                        const char *element, const RtxNamespace *ns) {
+  return encodeElement(ctx, nested, record, element, ns, nested.module == type.module ? ns : nullptr);
+}
+
+inline int encodeRecord(RuntimeContext *ctx, const TypeSchema &type, const Field &field, const void *record,
+                        const char *element, const RtxNamespace *ns) {
+  int status = encodeNested(ctx, type, *field.type, static_cast<const char *>(record) + field.offset, element, ns);
+  return status != 0 ? wrap(ctx, status, type, field, step::write) : status;
+}
+
 int encodeItems(RuntimeContext *ctx, const TypeSchema &type, const Field &field, const RtxList &list,
                 const char *element, const RtxNamespace *ns) {
   for (const RtxListNode *node = list.head; node; node = node->next) {
@@ -192,7 +221,7 @@ int encodeItems(RuntimeContext *ctx, const TypeSchema &type, const Field &field,
     switch (field.kind) {
     case Kind::recordList:
     case Kind::choiceList:
-      status = encodeType(ctx, *field.type, node->data, element, ns);
+      status = encodeNested(ctx, type, *field.type, node->data, element, ns);
       if (status != 0) status = wrap(ctx, status, type, field, step::write);
       break;
     case Kind::textList:
@@ -205,15 +234,9 @@ int encodeItems(RuntimeContext *ctx, const TypeSchema &type, const Field &field,
   return STATUS_OK;
 }
 
-// The name under which a field's element is written; choices and foreign elements bring their own.
-const char *elementName(const TypeSchema &type, const Field &field) {
-  if (field.part != Part::element || field.kind == Kind::choice || field.kind == Kind::choiceList) return nullptr;
-  return type.elements[field.id].name;
-}
-
 int encodeChild(RuntimeContext *ctx, const TypeSchema &type, const Field &field, const void *record,
                 const RtxNamespace *ns) {
-  const char *element = elementName(type, field);
+  const char *element = type.elements[field.id].name;
   int status = STATUS_OK;
   switch (field.kind) {
   case Kind::text: return encodeText(ctx, type, field, memberAt<RtxXmlString>(record, field), element, ns);
@@ -234,20 +257,19 @@ int encodeChild(RuntimeContext *ctx, const TypeSchema &type, const Field &field,
   case Kind::enumeration:
     status = encodeEnum(ctx, *field.enumeration, memberAt<uint16_t>(record, field), element, ns);
     break;
-  case Kind::record:
-  case Kind::choice:
-    status = encodeType(ctx, *field.type, static_cast<const char *>(record) + field.offset, element, ns);
-    break;
+  case Kind::record: return encodeRecord(ctx, type, field, record, element, ns);
+  case Kind::choice: return encodeRecord(ctx, type, field, record, nullptr, ns); // its alternative has a name
+  case Kind::choiceList: return encodeItems(ctx, type, field, listAt(record, field), nullptr, ns);
   case Kind::recordList:
   case Kind::textList:
-  case Kind::choiceList:
   case Kind::foreignList: return encodeItems(ctx, type, field, listAt(record, field), element, ns);
   default: break;
   }
   return status != 0 ? wrap(ctx, status, type, field, step::write) : status;
 }
 
-int encodeAlternative(RuntimeContext *ctx, const TypeSchema &type, const void *record, const RtxNamespace *ns) {
+[[gnu::noinline]] int encodeAlternative(RuntimeContext *ctx, const TypeSchema &type, const void *record,
+                                        const RtxNamespace *ns) {
   if (const Field *alternative = alternativeOf(type, record)) return encodeChild(ctx, type, *alternative, record, ns);
   char selector[40];
   snprintf(selector, sizeof(selector), "%d", selectorOf(record));
@@ -255,32 +277,45 @@ int encodeAlternative(RuntimeContext *ctx, const TypeSchema &type, const void *r
   return fail(ctx, STATUS_INVALID_CHOICE, type, step::selector);
 }
 
-int encodeChildren(RuntimeContext *ctx, const TypeSchema &type, const void *record) {
-  RtxNamespace ns = {nullptr, nullptr};
-  if (type.elementCount > 0 || type.content == Content::choice) ns = childNamespace(ctx, *type.module);
-  if (type.content == Content::choice) return encodeAlternative(ctx, type, record, &ns);
+// ns: under which the children are written; null: not known yet.
+[[gnu::always_inline]] inline int encodeChildren(RuntimeContext *ctx, const TypeSchema &type, const void *record,
+                                                 const RtxNamespace *ns) {
+  RtxNamespace own = {nullptr, nullptr};
+  if (type.elementCount == 0 && type.content != Content::choice) {
+    ns = &own; // there are none
+  } else if (!ns) {
+    own = childNamespace(ctx, *type.module);
+    ns = &own;
+  }
+  if (type.content == Content::choice) return encodeAlternative(ctx, type, record, ns);
   if (has(type, noEmptyList) && listAt(record, type.fields[0]).count == 0) {
     addMemberParameter(ctx, type, "count");
     rtxErrAddIntParm(ctx, 0);
     return fail(ctx, STATUS_CONSTRAINT_VIOLATION, type, step::listCount);
   }
+  if (type.content == Content::text) {
+    const Field &field = type.fields[type.value];
+    return encodeText(ctx, type, field, memberAt<RtxXmlString>(record, field), nullptr, ns);
+  }
   for (const Field &field : contentOf(type)) {
     if (!isPresent(field, record)) continue;
-    int status =
-        field.kind == Kind::text // the most common kind by far
-            ? encodeText(ctx, type, field, memberAt<RtxXmlString>(record, field), elementName(type, field), &ns)
-            : encodeChild(ctx, type, field, record, &ns);
+    int status = STATUS_OK;
+    if (field.kind == Kind::record) { // the most common kinds
+      status = encodeRecord(ctx, type, field, record, type.elements[field.id].name, ns);
+    } else if (field.kind == Kind::text) {
+      status = encodeText(ctx, type, field, memberAt<RtxXmlString>(record, field), type.elements[field.id].name, ns);
+    } else {
+      status = encodeChild(ctx, type, field, record, ns);
+    }
     if (status != 0) return status;
   }
   return STATUS_OK;
 }
 
-} // namespace
+// ---- The parts of an element ----------------------------------------------------------------------------------
 
-// ---- Types ----------------------------------------------------------------------------------------------------
-
-int encodeTypeStart(RuntimeContext *ctx, const TypeSchema &type, const void *record, const char *element,
-                    const RtxNamespace *ns) {
+[[gnu::always_inline]] inline int encodeStart(RuntimeContext *ctx, const TypeSchema &type, const void *record,
+                                              const char *element, const RtxNamespace *ns) {
   bool attributes = has(type, hasAttributes);
   // Where foreign attributes are kept beside declarations, they need the declarations of their prefixes first.
   bool declareFirst = type.attributeList != noField;
@@ -290,24 +325,20 @@ int encodeTypeStart(RuntimeContext *ctx, const TypeSchema &type, const void *rec
     if (status != 0) return wrap(ctx, status, type, step::startTag);
   }
   if (attributes) {
-    int status = encodeAttributesInOrder(ctx, type, record, ns, Order::attributesFirst);
+    int status = encodeAttributesInOrder(ctx, type, record, ns, Order::attributesFirst, element != nullptr);
     if (status != 0) return status;
   }
   return terminate(ctx, type, step::startRoom);
 }
 
-int encodeTypeAttributes(RuntimeContext *ctx, const TypeSchema &type, const void *record, const RtxNamespace *ns) {
-  bool textWithDeclarations = type.namespaceList != noField && type.attributeList == noField;
-  Order order = textWithDeclarations ? Order::declarationsFirst : Order::attributesFirst;
-  return encodeAttributesInOrder(ctx, type, record, ns, order);
-}
-
-int encodeTypeContents(RuntimeContext *ctx, const TypeSchema &type, const void *record) {
-  int status = encodeChildren(ctx, type, record);
+[[gnu::always_inline]] inline int encodeContents(RuntimeContext *ctx, const TypeSchema &type, const void *record,
+                                                 const RtxNamespace *childNs) {
+  int status = encodeChildren(ctx, type, record, childNs);
   return status != 0 ? status : terminate(ctx, type, step::contentsRoom);
 }
 
-int encodeTypeEnd(RuntimeContext *ctx, const TypeSchema &type, const char *element, const RtxNamespace *ns) {
+[[gnu::always_inline]] inline int encodeEnd(RuntimeContext *ctx, const TypeSchema &type, const char *element,
+                                            const RtxNamespace *ns) {
   if (element) {
     int status = rtXmlEncEndElement(ctx, element, ns);
     if (status != 0) return wrap(ctx, status, type, step::endTag);
@@ -315,14 +346,42 @@ int encodeTypeEnd(RuntimeContext *ctx, const TypeSchema &type, const char *eleme
   return terminate(ctx, type, step::endRoom);
 }
 
+int encodeElement(RuntimeContext *ctx, const TypeSchema &type, const void *record, const char *element,
+                  const RtxNamespace *ns, const RtxNamespace *childNs) {
+  int status = encodeStart(ctx, type, record, element, ns);
+  if (status != 0) return wrap(ctx, status, type, step::wrapStart);
+  status = encodeContents(ctx, type, record, childNs);
+  if (status != 0) return wrap(ctx, status, type, step::wrapContents);
+  status = encodeEnd(ctx, type, element, ns);
+  return status != 0 ? wrap(ctx, status, type, step::wrapEnd) : status;
+}
+
+} // namespace
+
+// ---- Types ----------------------------------------------------------------------------------------------------
+
 int encodeType(RuntimeContext *ctx, const TypeSchema &type, const void *record, const char *element,
                const RtxNamespace *ns) {
-  int status = encodeTypeStart(ctx, type, record, element, ns);
-  if (status != 0) return wrap(ctx, status, type, step::wrapStart);
-  status = encodeTypeContents(ctx, type, record);
-  if (status != 0) return wrap(ctx, status, type, step::wrapContents);
-  status = encodeTypeEnd(ctx, type, element, ns);
-  return status != 0 ? wrap(ctx, status, type, step::wrapEnd) : status;
+  return encodeElement(ctx, type, record, element, ns, nullptr);
+}
+
+int encodeTypeStart(RuntimeContext *ctx, const TypeSchema &type, const void *record, const char *element,
+                    const RtxNamespace *ns) {
+  return encodeStart(ctx, type, record, element, ns);
+}
+
+int encodeTypeAttributes(RuntimeContext *ctx, const TypeSchema &type, const void *record, const RtxNamespace *ns) {
+  bool textWithDeclarations = type.namespaceList != noField && type.attributeList == noField;
+  Order order = textWithDeclarations ? Order::declarationsFirst : Order::attributesFirst;
+  return encodeAttributesInOrder(ctx, type, record, ns, order, false);
+}
+
+int encodeTypeContents(RuntimeContext *ctx, const TypeSchema &type, const void *record) {
+  return encodeContents(ctx, type, record, nullptr);
+}
+
+int encodeTypeEnd(RuntimeContext *ctx, const TypeSchema &type, const char *element, const RtxNamespace *ns) {
+  return encodeEnd(ctx, type, element, ns);
 }
 
 // ---- Enumerations ---------------------------------------------------------------------------------------------

@@ -42,6 +42,11 @@ struct FieldRange {
 };
 // The fields that stand for what an element contains; they come first.
 inline FieldRange contentOf(const TypeSchema &type) { return {type.fields, type.fields + type.contentCount}; }
+// Its attributes follow them.
+inline FieldRange attributesOf(const TypeSchema &type) {
+  const Field *first = type.fields + type.contentCount;
+  return {first, first + type.attributeCount};
+}
 inline FieldRange fieldsOf(const TypeSchema &type) { return {type.fields, type.fields + type.fieldCount}; }
 
 } // namespace ims

@@ -190,7 +190,8 @@ struct Field {
   uint16_t maximum; // of a number; 0: none
   Kind kind;
   Part part;
-  uint8_t id; // first element id, or attribute id
+  uint8_t id;         // first element id, or attribute id
+  uint8_t nameLength; // set by the builder: of an attribute's name in the schema, in bytes
 };
 
 constexpr bool has(const Field &field, FieldFlag flag) { return (field.flags & flag) != 0; }

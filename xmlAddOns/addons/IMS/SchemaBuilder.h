@@ -52,6 +52,13 @@ constexpr bool equal(const char *a, const char *b) {
   return *a == *b;
 }
 
+constexpr size_t lengthOf(const char *text) {
+  size_t length = 0;
+  while (text[length])
+    ++length;
+  return length;
+}
+
 template <class Member> constexpr Kind kindOf(const FieldOptions &options) {
   using M = std::remove_cv_t<Member>;
   if constexpr (std::is_same_v<M, RtxXmlString>) {
@@ -343,8 +350,10 @@ constexpr FieldTable<N> placeFields(const Field (&rows)[N], const TypeOptions &o
     } else if (field.part == Part::attribute) {
       field.id = attributes++;
       if (field.id >= options.attributes.count) refuse("a field has no row in the attribute table");
-      if (!carriesName(field.name, prefix, options.attributes.names[field.id]))
-        refuse("an attribute and its member have different names");
+      const char *name = options.attributes.names[field.id];
+      if (!carriesName(field.name, prefix, name)) refuse("an attribute and its member have different names");
+      if (lengthOf(name) > UINT8_MAX) refuse("an attribute's name is too long");
+      field.nameLength = static_cast<uint8_t>(lengthOf(name));
       bool isRequired = (options.requiredAttributes >> field.id & 1) != 0;
       if (isRequired == (field.bit != 0)) refuse("an attribute is either required or has a presence bit");
     }

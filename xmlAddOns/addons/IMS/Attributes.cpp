@@ -16,22 +16,27 @@ bool isInstanceAttribute(const char *name) {
   return name[0] == 'x' && name[1] == 's' && name[2] == 'i' && name[3] == ':';
 }
 
+// The id of an attribute that is named by its prefix, or unknown.
+[[gnu::cold, gnu::noinline]] int qualifiedAttributeId(RuntimeContext *ctx, const TypeSchema &type, const char *name,
+                                                      uint32_t &seen) {
+  const char *localName = nullptr;
+  const char *prefix = nullptr;
+  if (rtXmlDecQName(ctx, name, &localName, &prefix) != 0 || !prefix) return unknown;
+  if (rtXmlNSGetIndex(ctx, prefix) != type.module->namespaceIndex) return unknown;
+  return rtSaxGetAttributeID(localName, type.attributeCount, type.attributeNames, &seen);
+}
+
 // The id of an attribute, or unknown; an attribute that comes a second time under another spelling is unknown too.
-int attributeId(RuntimeContext *ctx, const TypeSchema &type, const char *name, uint32_t &seen) {
+inline int attributeId(RuntimeContext *ctx, const TypeSchema &type, const char *name, uint32_t &seen) {
   if (type.attributeCount == 0) return unknown;
   uint32_t before = seen;
   int id = rtSaxGetAttributeID(name, type.attributeCount, type.attributeNames, &seen);
-  if (id < 0 && type.module->qualifiedAttributes) {
-    const char *localName = nullptr;
-    const char *prefix = nullptr;
-    if (rtXmlDecQName(ctx, name, &localName, &prefix) == 0 && prefix &&
-        rtXmlNSGetIndex(ctx, prefix) == type.module->namespaceIndex)
-      id = rtSaxGetAttributeID(localName, type.attributeCount, type.attributeNames, &seen);
-  }
+  if (id < 0 && type.module->qualifiedAttributes) id = qualifiedAttributeId(ctx, type, name, seen);
   return id < 0 || id >= type.attributeCount || (before >> id & 1) != 0 ? unknown : id;
 }
 
-template <class Handler> void recordWithName(Handler *handler, int status, uint8_t step, const char *name) {
+template <class Handler>
+[[gnu::cold, gnu::noinline]] void recordWithName(Handler *handler, int status, uint8_t step, const char *name) {
   if (!counted(handler)) return;
   rtxErrAddStrParm(handler->context, typeOf(handler).name);
   rtxErrAddStrParm(handler->context, name);
@@ -40,12 +45,14 @@ template <class Handler> void recordWithName(Handler *handler, int status, uint8
 
 // A value that was not taken: what it is about, then that the attribute is invalid.
 template <class Handler>
-void recordInvalid(Handler *handler, int status, const Field *field, uint8_t step, const char *name) {
+[[gnu::cold, gnu::noinline]] void recordInvalid(Handler *handler, int status, const Field *field, uint8_t step,
+                                                const char *name) {
   pass(handler, status, field, step);
   recordWithName(handler, STATUS_INVALID_ATTRIBUTE, step::invalidAttribute, name);
 }
 
-template <class Handler> void recordFailure(Handler *handler, const Field &field, int status, const char *name) {
+template <class Handler>
+[[gnu::cold, gnu::noinline]] void recordFailure(Handler *handler, const Field &field, int status, const char *name) {
   // Lenient or not, a lack of storage never passes for success.
   if (has(field, lenient) && status != STATUS_NO_MEMORY) return;
   if (field.kind == Kind::enumeration && status == STATUS_ENUM_NOT_FOUND) {
@@ -56,15 +63,21 @@ template <class Handler> void recordFailure(Handler *handler, const Field &field
   recordInvalid(handler, status, &field, step::conversion, name);
 }
 
-template <class Handler> void readKnown(Handler *handler, const Field &field, const char *name) {
+template <class Handler> inline void readKnown(Handler *handler, const Field &field, const char *name) {
   void *owner = nullptr;
   if constexpr (fillsRecord<Handler>) owner = handler->record;
-  Conversion conversion = convert(handler, field, owner, name);
+  Conversion conversion = {STATUS_OK, true};
+  if (fillsRecord<Handler> && field.kind == Kind::text && !has(field, collapsed)) { // the most common kind by far
+    conversion.status = rtXmlDecXmlStr(handler->context, &memberAt<RtxXmlString>(owner, field));
+  } else {
+    conversion = convert(handler, field, owner, name);
+  }
   bool present = conversion.inRange && (conversion.status == 0 || has(field, presentAlways));
   if constexpr (fillsRecord<Handler>) {
     if (present && field.bit != 0) presenceOf(handler->record) |= field.bit;
   }
-  if (conversion.inRange && conversion.status != 0) recordFailure(handler, field, conversion.status, name);
+  if (conversion.inRange && conversion.status != 0) [[unlikely]]
+    recordFailure(handler, field, conversion.status, name);
 }
 
 // Keeps a copy of a foreign attribute.
@@ -81,7 +94,8 @@ int keepAttribute(RuntimeContext *ctx, RtxList *list, const char *name, const ch
 }
 
 template <class Handler>
-void readForeign(Handler *handler, const TypeSchema &type, const char *name, const char *value) {
+[[gnu::cold, gnu::noinline]] void readForeign(Handler *handler, const TypeSchema &type, const char *name,
+                                              const char *value) {
   RuntimeContext *ctx = handler->context;
   if (type.attributeList == noField) {
     recordWithName(handler, STATUS_UNKNOWN_ATTRIBUTE, step::unknownAttribute, name);
@@ -96,7 +110,8 @@ void readForeign(Handler *handler, const TypeSchema &type, const char *name, con
 }
 
 template <class Handler>
-void readDeclaration(Handler *handler, const TypeSchema &type, const char *name, const char *value) {
+[[gnu::cold, gnu::noinline]] void readDeclaration(Handler *handler, const TypeSchema &type, const char *name,
+                                                  const char *value) {
   RtxNsDeclList *list = nullptr;
   if constexpr (fillsRecord<Handler>) {
     if (type.namespaceList != noField)
@@ -106,7 +121,8 @@ void readDeclaration(Handler *handler, const TypeSchema &type, const char *name,
   if (status != 0) recordInvalid(handler, status, nullptr, step::declaration, name);
 }
 
-template <class Handler> void readAttribute(Handler *handler, const char *name, const char *value, uint32_t &seen) {
+template <class Handler>
+inline void readAttribute(Handler *handler, const char *name, const char *value, uint32_t &seen) {
   const TypeSchema &type = typeOf(handler);
   RuntimeContext *ctx = handler->context;
   rtxInitContextBuffer(ctx, value, strlen(value));
@@ -126,7 +142,6 @@ template <class Handler> void readAttribute(Handler *handler, const char *name, 
 
 template <class Handler> void readAttributes(Handler *handler, const char *const *attributes) {
   const TypeSchema &type = typeOf(handler);
-  if (!has(type, hasAttributes)) return;
   RuntimeContext *ctx = handler->context;
   uint32_t seen = 0;
   bool presenceAlone = !fillsRecord<Handler> && has(type, presenceOnly);
@@ -137,7 +152,8 @@ template <class Handler> void readAttributes(Handler *handler, const char *const
       readAttribute(handler, attributes[0], attributes[1], seen);
     }
   }
-  if ((type.requiredAttributes & ~seen) == 0) return;
+  if ((type.requiredAttributes & ~seen) == 0) [[likely]]
+    return;
   int status = rtSaxTestAttributesPresent(ctx, &seen, type.requiredAttributes, type.attributeNames, type.attributeCount,
                                           type.name);
   passRecorded(handler, status, step::missingAttribute);

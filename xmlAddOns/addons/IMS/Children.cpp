@@ -1,6 +1,7 @@
 // The start tags of a handler's direct children: which are accepted, and who takes them.
 #include "Engines.h"
 #include "Handler.h"
+#include "Start.h"
 #include "rtXmlNamespace.h"
 #include "rtxText.h"
 
@@ -55,7 +56,8 @@ template <class Handler> [[gnu::noinline]] int resolve(Handler *handler, const S
   return status;
 }
 
-bool isPlain(const StartTag &tag) {
+// Whether the child's name is in the default namespace, whatever that is.
+inline bool isPlain(const StartTag &tag) {
   if (tag.localName != tag.qualifiedName) return false;
   for (const char *const *attribute = tag.attributes; attribute && attribute[0]; attribute += 2)
     if (isDeclaration(attribute[0])) return false;
@@ -109,7 +111,7 @@ void *newRecord(RuntimeContext *ctx, const TypeSchema &type) {
 // A delegate that did not take its start tag is gone at once.
 template <class Handler> void dropDelegate(Handler *handler) {
   RtSaxHandler *delegate = handler->delegate;
-  rtxMemHeapFreePtr(handler->context, delegate->delegateStorage);
+  if (delegate->delegateStorage) rtxMemHeapFreePtr(handler->context, delegate->delegateStorage);
   delegate->delegateStorage = nullptr;
   handler->delegate = nullptr;
 }
@@ -119,13 +121,15 @@ template <class Handler>
 int delegateRecord(Handler *handler, const TypeSchema &type, void *target, const StartTag &tag) {
   if (!handler->delegateStorage) return skipForStorage(handler);
   auto *delegate = static_cast<Handler *>(handler->delegateStorage);
-  // Without storage for delegates of its own the child refuses those that need one, and says so then.
   if constexpr (fillsRecord<Handler>) {
-    initHandler(handler->context, type, delegate, target, 0);
+    setUp(handler->context, type, delegate, type.decoding, 0);
+    delegate->record = target;
   } else {
     (void)target;
-    initHandler(handler->context, type, delegate, 0);
+    setUp(handler->context, type, delegate, type.validating, 0);
   }
+  // Without storage for delegates of its own the child refuses those that need one, and says so then.
+  if (delegates<Handler>(type)) delegate->delegateStorage = rtxMemHeapAlloc(handler->context, RTSAX_DELEGATE_SIZE);
   handler->delegate = reinterpret_cast<RtSaxHandler *>(delegate);
   handler->foreignDelegate = false;
   int status = handler->context->traced

@@ -6,6 +6,7 @@
 // They count a start tag only if the last one did, since an element that was refused sends no end tag.
 #include "Engines.h"
 #include "Handler.h"
+#include "Start.h"
 #include "rtXmlNamespace.h"
 #include "rtxText.h"
 
@@ -16,33 +17,9 @@ namespace {
 // A block that only shows that the handler has its storage; types without complex children never use it.
 constexpr size_t minimalStorage = sizeof(void *);
 
-template <class Handler> size_t storageFor(const TypeSchema &type) {
-  bool delegating = has(type, delegatesRecords) || (fillsRecord<Handler> && has(type, delegatesForeign));
-  return delegating ? size_t{RTSAX_DELEGATE_SIZE} : minimalStorage;
-}
-
-template <class Handler>
-int setUp(RuntimeContext *ctx, const TypeSchema &type, Handler *handler, const HandlerCallbacks &callbacks,
-          int32_t level) {
-  handler->startElement = callbacks.startElement;
-  handler->endElement = callbacks.endElement;
-  handler->characters = callbacks.characters;
-  handler->release = nullptr;
-  handler->context = ctx;
-  handler->rootName = nullptr;
-  handler->level = level;
-  handler->startLevel = level;
-  handler->elementId = 0;
-  handler->contentState = 0;
-  handler->seenRequired = 0;
-  handler->delegate = nullptr;
-  handler->type = &type;
-  handler->field = nullptr;
-  handler->pendingItem = nullptr;
-  handler->hex = {0, 0};
-  handler->foreignDelegate = false;
-  rtxMemBufReset(collectionOf(ctx));
-  handler->delegateStorage = rtxMemHeapAlloc(ctx, storageFor<Handler>(type));
+template <class Handler> int takeStorage(RuntimeContext *ctx, const TypeSchema &type, Handler *handler) {
+  size_t size = delegates<Handler>(type) ? size_t{RTSAX_DELEGATE_SIZE} : minimalStorage;
+  handler->delegateStorage = rtxMemHeapAlloc(ctx, size);
   return handler->delegateStorage ? STATUS_OK : STATUS_NO_MEMORY;
 }
 
@@ -67,32 +44,25 @@ bool forwardStart(Handler *handler, const char *localName, const char *qualified
 } // namespace
 
 int initHandler(RuntimeContext *ctx, const TypeSchema &type, SaxTypeHandler *handler, void *record, int32_t level) {
-  int status = setUp(ctx, type, handler, type.decoding, level);
+  setUp(ctx, type, handler, type.decoding, level);
   handler->record = record;
-  return status;
+  return takeStorage(ctx, type, handler);
 }
 
 int initHandler(RuntimeContext *ctx, const TypeSchema &type, VsaxTypeHandler *handler, int32_t level) {
-  return setUp(ctx, type, handler, type.validating, level);
+  setUp(ctx, type, handler, type.validating, level);
+  return takeStorage(ctx, type, handler);
 }
 
-template <class Handler> int startOwn(Handler *handler, const char *localName, const char *const *attributes) {
-  RuntimeContext *ctx = handler->context;
-  if (handler->rootName && !rtxUTF8StrEqual(handler->rootName, localName) && counted(handler)) {
-    rtxErrAddStrParm(ctx, handler->rootName);
-    rtxErrAddStrParm(ctx, localName);
-    record(handler, STATUS_ROOT_MISMATCH, nullptr, step::rootName);
-  }
-  int status = rtXmlNSPush(ctx);
-  if (status != 0) {
-    if (counted(handler)) pass(handler, status, nullptr, step::scope);
-    return skip(handler, status);
-  }
-  ctx->state = XMLSTATE_IN_ELEMENT;
-  readAttributes(handler, attributes);
-  ++handler->level;
-  return STATUS_OK;
+namespace {
+
+// The root's start tag, or one that is handed to a handler by hand.
+template <class Handler>
+[[gnu::noinline]] int startRoot(Handler *handler, const char *localName, const char *const *attributes) {
+  return startOwn(handler, localName, attributes);
 }
+
+} // namespace
 
 template <class Handler>
 int walkStart(Handler *handler, const char *localName, const char *qualifiedName, const char *const *attributes) {
@@ -100,7 +70,7 @@ int walkStart(Handler *handler, const char *localName, const char *qualifiedName
   int32_t before = last->level;
   int status = STATUS_OK;
   if (before == 0) {
-    status = startOwn(last, localName, attributes);
+    status = startRoot(last, localName, attributes);
   } else if (before == 1) {
     status = startChild(last, localName, qualifiedName, attributes);
   } else if (forwardStart(last, localName, qualifiedName, attributes, status)) {
@@ -154,8 +124,6 @@ template <class Handler> void releaseDelegates(Handler *handler) {
   if constexpr (fillsRecord<Handler>) discardPending(handler);
 }
 
-template int startOwn(SaxTypeHandler *, const char *, const char *const *);
-template int startOwn(VsaxTypeHandler *, const char *, const char *const *);
 template int walkStart(SaxTypeHandler *, const char *, const char *, const char *const *);
 template int walkStart(VsaxTypeHandler *, const char *, const char *, const char *const *);
 template int walkCharacters(SaxTypeHandler *, const char *, size_t);

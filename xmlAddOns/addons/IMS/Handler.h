@@ -115,15 +115,12 @@ template <class Handler> Conversion convert(Handler *handler, const Field &field
 
 // ---- Parts of the walk ----------------------------------------------------------------------------------------
 
-// Converts the attributes of the handler's own element.
+// Converts the attributes of the handler's own element, of a type that has some.
 template <class Handler> void readAttributes(Handler *handler, const char *const *attributes);
 
 // Deals with the start tag of a direct child; the handler's level goes up if the child is accepted.
 template <class Handler>
 int startChild(Handler *handler, const char *localName, const char *qualifiedName, const char *const *attributes);
-
-// The handler's own start tag; its level becomes 1 if it is accepted.
-template <class Handler> int startOwn(Handler *handler, const char *localName, const char *const *attributes);
 
 // The end of a direct child without a delegate, and of the handler's own element.
 template <class Handler> int endChild(Handler *handler, const char *qualifiedName);

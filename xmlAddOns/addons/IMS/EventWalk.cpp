@@ -114,6 +114,23 @@ template <class Handler> int walkEnd(Handler *handler, const char *localName, co
   return status;
 }
 
+template <class Handler>
+int tracedStart(Handler *handler, const char *function, const char *localName, const char *qualifiedName,
+                const char *const *attributes) {
+  return inTrace(handler, function, localName,
+                 [=] { return walkStart(handler, localName, qualifiedName, attributes); });
+}
+
+template <class Handler>
+int tracedCharacters(Handler *handler, const char *function, const char *bytes, size_t length) {
+  return inTrace(handler, function, nullptr, [=] { return walkCharacters(handler, bytes, length); });
+}
+
+template <class Handler>
+int tracedEnd(Handler *handler, const char *function, const char *localName, const char *qualifiedName) {
+  return inTrace(handler, function, localName, [=] { return walkEnd(handler, localName, qualifiedName); });
+}
+
 template <class Handler> void releaseDelegates(Handler *handler) {
   if (Handler *delegate = ownDelegate(handler)) releaseDelegates(delegate);
   if (RtSaxHandler *delegate = handler->delegate) {
@@ -130,6 +147,12 @@ template int walkCharacters(SaxTypeHandler *, const char *, size_t);
 template int walkCharacters(VsaxTypeHandler *, const char *, size_t);
 template int walkEnd(SaxTypeHandler *, const char *, const char *);
 template int walkEnd(VsaxTypeHandler *, const char *, const char *);
+template int tracedStart(SaxTypeHandler *, const char *, const char *, const char *, const char *const *);
+template int tracedStart(VsaxTypeHandler *, const char *, const char *, const char *, const char *const *);
+template int tracedCharacters(SaxTypeHandler *, const char *, const char *, size_t);
+template int tracedCharacters(VsaxTypeHandler *, const char *, const char *, size_t);
+template int tracedEnd(SaxTypeHandler *, const char *, const char *, const char *);
+template int tracedEnd(VsaxTypeHandler *, const char *, const char *, const char *);
 template void releaseDelegates(SaxTypeHandler *);
 template void releaseDelegates(VsaxTypeHandler *);
 

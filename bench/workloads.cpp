@@ -83,26 +83,32 @@ public:
   explicit Decode(const Document &measured) : ContextWorkload(measured), record(measured) {}
 
   void run() override {
-    decode();
-    document.release(context, record.get());
-  }
-
-  Storage storage() override {
-    decode();
-    Storage storage = ContextWorkload::storage();
-    storage.peak += document.recordSize;
-    storage.result = resultSize(*document.type, record.get());
-    document.release(context, record.get());
-    return storage;
-  }
-
-private:
-  void decode() {
     takeMessage();
     require(document.decode(context, record.get()) == 0, "decoding failed");
   }
 
+  Storage storage() override {
+    run();
+    Storage storage = ContextWorkload::storage();
+    storage.peak += document.recordSize;
+    storage.result = resultSize(*document.type, record.get());
+    return storage;
+  }
+
+protected:
   Record record;
+};
+
+class Release : public Decode {
+public:
+  using Decode::Decode;
+
+  void run() override {
+    Decode::run();
+    document.release(context, record.get());
+  }
+
+  Storage storage() override { return ContextWorkload::storage(); }
 };
 
 class Validate : public ContextWorkload {
@@ -169,13 +175,14 @@ private:
 
 std::unique_ptr<Workload> makeReader(const Document &document) { return std::make_unique<Reader>(document); }
 std::unique_ptr<Workload> makeDecode(const Document &document) { return std::make_unique<Decode>(document); }
+std::unique_ptr<Workload> makeRelease(const Document &document) { return std::make_unique<Release>(document); }
 std::unique_ptr<Workload> makeValidate(const Document &document) { return std::make_unique<Validate>(document); }
 std::unique_ptr<Workload> makeEncode(const Document &document) { return std::make_unique<Encode>(document); }
 std::unique_ptr<Workload> makeFirstUse(const Document &document) { return std::make_unique<FirstUse>(document); }
 
 const std::vector<NamedWorkload> &allWorkloads() {
   static const std::vector<NamedWorkload> workloads = {
-      {"floor", makeFloor},       {"reader", makeReader}, {"decode", makeDecode},
+      {"floor", makeFloor},       {"reader", makeReader}, {"decode", makeDecode},      {"release", makeRelease},
       {"validate", makeValidate}, {"encode", makeEncode}, {"first-use", makeFirstUse},
   };
   return workloads;

@@ -43,6 +43,8 @@ std::unique_ptr<Workload> makeReader(const Document &document);
 std::unique_ptr<Workload> makeDecode(const Document &document);
 std::unique_ptr<Workload> makeValidate(const Document &document);
 std::unique_ptr<Workload> makeEncode(const Document &document);
+// The decoder, and the function that gives back what its record holds; without it that goes with the message.
+std::unique_ptr<Workload> makeRelease(const Document &document);
 // A context in its first use: created, one body decoded, freed.
 std::unique_ptr<Workload> makeFirstUse(const Document &document);
 

@@ -2,6 +2,7 @@
 
 #include "DialogInfo/QxXmlDialogInfoTables.h"
 #include "IsComposing/QxXmlIsComposingTables.h"
+#include "RuleSet/QxXmlRuleSetTables.h"
 
 namespace bench {
 
@@ -66,6 +67,50 @@ constexpr std::string_view dialogEnd = R"(    <cseq>####</cseq>
 </dialog>
 )";
 
+// A rule set of 1,360 bytes with prefixed names, as a presence client keeps it.
+constexpr std::string_view ruleset = R"(<?xml version="1.0" encoding="UTF-8"?>
+<cr:ruleset xmlns:cr="urn:ietf:params:xml:ns:common-policy" xmlns:pr="urn:ietf:params:xml:ns:pres-rules">
+  <cr:rule id="friends">
+    <cr:conditions>
+      <cr:identity>
+        <cr:one id="sip:carla@example.org"/>
+        <cr:one id="tel:+4930555017"/>
+        <cr:one id="sip:dora.the.second@mobile.example.net"/>
+        <cr:many domain="work.example.org">
+          <cr:except id="sip:chief@work.example.org"/>
+          <cr:except domain="guests.work.example.org"/>
+        </cr:many>
+      </cr:identity>
+      <cr:sphere value="home"/>
+      <cr:validity>
+        <cr:from>2026-01-01T08:00:00+01:00</cr:from>
+        <cr:until>2026-12-31T18:00:00+01:00</cr:until>
+      </cr:validity>
+    </cr:conditions>
+    <cr:actions>
+      <pr:sub-handling>allow</pr:sub-handling>
+    </cr:actions>
+    <cr:transformations>
+      <pr:provide-services>
+        <pr:service-uri-scheme>sip</pr:service-uri-scheme>
+      </pr:provide-services>
+      <pr:provide-activities>true</pr:provide-activities>
+      <pr:provide-mood>true</pr:provide-mood>
+    </cr:transformations>
+  </cr:rule>
+  <cr:rule id="others">
+    <cr:conditions>
+      <cr:identity>
+        <cr:many/>
+      </cr:identity>
+    </cr:conditions>
+    <cr:actions>
+      <pr:sub-handling>polite-block</pr:sub-handling>
+    </cr:actions>
+  </cr:rule>
+</cr:ruleset>
+)";
+
 std::string numbered(std::string_view text, unsigned number) {
   std::string digits = std::to_string(10000 + number % 10000).substr(1);
   std::string result(text);
@@ -104,6 +149,7 @@ const std::vector<Document> &allDocuments() {
   static const std::vector<Document> documents = {
       DOCUMENT("a", tns__isComposing, tns_isComposing, composing, 4),
       DOCUMENT("b", tns__dialog_info, tns_dialog_info, dialogInfo(1, sessionDescription), 19),
+      DOCUMENT("c", cp__ruleset, cp_ruleset, ruleset, 27),
       DOCUMENT("d", tns__dialog_info, tns_dialog_info, dialogInfo(1000, ""), 17001),
   };
   return documents;

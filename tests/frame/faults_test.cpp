@@ -36,7 +36,7 @@ const Sample samples[] = {
      "</target><session-description type='t'>s</session-description><cseq>1</cseq><f:a xmlns:f='urn:f'>t<f:b/></f:a>"
      "</local></dialog><g:a xmlns:g='urn:g'/></dialog-info>"},
     {"State", tns_stateDocument, "<p:state xmlns:p='urn:ietf:params:xml:ns:dialog-info' code='200'>ok</p:state>"},
-    {"RuleSet", awkward::cp_rulesetDocument,
+    {"RuleSet", cp_rulesetDocument,
      "<ruleset xmlns='urn:ietf:params:xml:ns:common-policy'><rule id='1'><conditions><identity><one id='o'><f:a "
      "xmlns:f='urn:f'/></one><many domain='d'><except id='x'/><f:b xmlns:f='urn:f'/></many><f:c xmlns:f='urn:f'>t"
      "</f:c></identity><f:d xmlns:f='urn:f'/><f:e xmlns:f='urn:f'/><sphere value='v'/><validity><from>"

@@ -81,7 +81,7 @@ std::string dialog(const std::string &content) {
   return root(tns_dialogDocument, " id=\"d\"", "<state>s</state>" + content);
 }
 
-std::string ruleset(const std::string &content) { return root(awkward::cp_rulesetDocument, "", content); }
+std::string ruleset(const std::string &content) { return root(cp_rulesetDocument, "", content); }
 
 const Case cases[] = {
     {"RefusedInsideADelegate", tns_dialogDocument,
@@ -260,7 +260,7 @@ const Case cases[] = {
      "r.tns_route_set.tns_hop[0] = \"a\"\n"
      "r.tns_route_set.tns_hop[1] = \"d\"\n"
      "r.tns_id = \"d\"\n"},
-    {"RulesWithEverything", awkward::cp_rulesetDocument,
+    {"RulesWithEverything", cp_rulesetDocument,
      ruleset(
          "<rule id=\"1\"><conditions><identity><one id=\"o\"/></identity><f:a xmlns:f=\"urn:f\"/><f:b "
          "xmlns:f=\"urn:f\"/>"
@@ -302,7 +302,7 @@ const Case cases[] = {
      "r.cp_rule[0].cp_conditions[3].u.cp__any[0] = \"<f:c xmlns:f=\\\"urn:f\\\"/>\"\n"
      "r.cp_rule[0].cp_id = \"1\"\n"
      "r.cp_rule[1].cp_id = \"2\"\n"},
-    {"EmptyIdentity", awkward::cp_rulesetDocument,
+    {"EmptyIdentity", cp_rulesetDocument,
      ruleset(
          "<rule id=\"1\"><conditions><identity/></conditions><actions><f:a xmlns:f=\"urn:f\">t</f:a></actions></rule>"),
      "<ruleset> 1 s2\n"
@@ -322,8 +322,7 @@ const Case cases[] = {
      "r.cp_rule[0].cp_conditions[0].t = 1\n"
      "r.cp_rule[0].cp_actions[0] = \"<f:a xmlns:f=\\\"urn:f\\\">t</f:a>\"\n"
      "r.cp_rule[0].cp_id = \"1\"\n"},
-    {"ClosedContent", awkward::cp_rulesetDocument,
-     ruleset("<rule id=\"1\"><transformations/><actions><x/></actions></rule>"),
+    {"ClosedContent", cp_rulesetDocument, ruleset("<rule id=\"1\"><transformations/><actions><x/></actions></rule>"),
      "<ruleset> 1 s2\n"
      "<rule> 2>1 s2\n"
      "<transformations> 3>2>1 s2\n"

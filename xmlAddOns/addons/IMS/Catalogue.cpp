@@ -2,16 +2,14 @@
 
 #include "DialogInfo/QxXmlDialogInfoTables.h"
 #include "IsComposing/QxXmlIsComposingTables.h"
+#include "RuleSet/QxXmlRuleSetTables.h"
 
 namespace ims {
 
 namespace {
 
 constexpr const DocumentSchema *documents[] = {
-    &tns_isComposingDocument,
-    &tns_dialog_infoDocument,
-    &tns_dialogDocument,
-    &tns_stateDocument,
+    &tns_isComposingDocument, &tns_dialog_infoDocument, &tns_dialogDocument, &tns_stateDocument, &cp_rulesetDocument,
 };
 
 } // namespace

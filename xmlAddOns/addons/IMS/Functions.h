@@ -140,3 +140,8 @@
                                            .decoding = QX_SAX_CALLBACKS(T),                                            \
                                            .validating = QX_VSAX_CALLBACKS(T),                                         \
                                            __VA_ARGS__}
+
+// The options of a choice, which has no handlers.
+#define QX_CHOICE(T, number_, ...)                                                                                     \
+  constexpr ims::TypeOptions T##Options = {                                                                            \
+      .name = #T, .module = &module, .number = number_, .content = ims::Content::choice, __VA_ARGS__}

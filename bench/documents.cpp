@@ -1,6 +1,7 @@
 #include "documents.h"
 
 #include "DialogInfo/QxXmlDialogInfoTables.h"
+#include "FilterSet/QxXmlFilterSetTables.h"
 #include "IsComposing/QxXmlIsComposingTables.h"
 #include "RuleSet/QxXmlRuleSetTables.h"
 
@@ -111,6 +112,30 @@ constexpr std::string_view ruleset = R"(<?xml version="1.0" encoding="UTF-8"?>
 </cr:ruleset>
 )";
 
+// A filter set, as a watcher sends it with its subscription.
+constexpr std::string_view filterSet = R"(<?xml version="1.0" encoding="UTF-8"?>
+<filter-set xmlns="urn:ietf:params:xml:ns:simple-filter" package="presence">
+  <ns-bindings>
+    <ns-binding prefix="p" urn="urn:ietf:params:xml:ns:pidf"/>
+    <ns-binding prefix="r" urn="urn:ietf:params:xml:ns:pidf:rpid"/>
+  </ns-bindings>
+  <filter id="online" uri="sip:carla@example.org">
+    <what>
+      <include type="xpath">/p:presence/p:tuple/p:status/p:basic</include>
+      <include type="namespace">urn:ietf:params:xml:ns:pidf:rpid</include>
+      <exclude>//r:mood</exclude>
+    </what>
+    <trigger>
+      <changed from="closed" to="open">/p:presence/p:tuple/p:status/p:basic</changed>
+      <changed by="0.25">/p:presence/p:tuple/p:contact/@priority</changed>
+      <added>/p:presence/p:note</added>
+      <removed>/p:presence/p:tuple</removed>
+    </trigger>
+  </filter>
+  <filter id="quiet" domain="work.example.org" enabled="false"/>
+</filter-set>
+)";
+
 std::string numbered(std::string_view text, unsigned number) {
   std::string digits = std::to_string(10000 + number % 10000).substr(1);
   std::string result(text);
@@ -151,6 +176,7 @@ const std::vector<Document> &allDocuments() {
       DOCUMENT("b", tns__dialog_info, tns_dialog_info, dialogInfo(1, sessionDescription), 19),
       DOCUMENT("c", cp__ruleset, cp_ruleset, ruleset, 27),
       DOCUMENT("d", tns__dialog_info, tns_dialog_info, dialogInfo(1000, ""), 17001),
+      DOCUMENT("f", FilterSetType, filter_set, filterSet, 15),
   };
   return documents;
 }

@@ -1,7 +1,7 @@
 // Documents cut off and storage that runs out, at every point.
 #include "DialogInfo/QxXmlDialogInfoTables.h"
+#include "FilterSet/QxXmlFilterSetTables.h"
 #include "awkward/DebugEvent.h"
-#include "awkward/FilterSet.h"
 #include "awkward/ImCn.h"
 #include "awkward/PocSettings.h"
 #include "awkward/RuleSet.h"
@@ -42,7 +42,7 @@ const Sample samples[] = {
      "</f:c></identity><f:d xmlns:f='urn:f'/><f:e xmlns:f='urn:f'/><sphere value='v'/><validity><from>"
      "2024-01-01T00:00:00Z</from><until>2024-01-02T00:00:00Z</until></validity></conditions><actions><f:g "
      "xmlns:f='urn:f'>t</f:g><h/></actions><transformations/></rule><rule id='2'/></ruleset>"},
-    {"FilterSet", awkward::filter_setDocument,
+    {"FilterSet", filter_setDocument,
      "<filter-set xmlns='urn:ietf:params:xml:ns:simple-filter' package='p' foo='1'><ns-bindings><ns-binding prefix='p' "
      "urn='u'/></ns-bindings><filter id='f' uri='u' enabled='false' foo='2'><what><include type='xpath' foo='3' "
      "xmlns:q='urn:q'>i</include><exclude>e</exclude></what><trigger><changed from='a' to='b' "

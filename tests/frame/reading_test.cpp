@@ -1,7 +1,7 @@
 // What decoders and validators make of documents: the errors of both, and the record.
 #include "DialogInfo/QxXmlDialogInfoTables.h"
+#include "FilterSet/QxXmlFilterSetTables.h"
 #include "awkward/DebugEvent.h"
-#include "awkward/FilterSet.h"
 #include "awkward/ImCn.h"
 #include "awkward/PocSettings.h"
 #include "awkward/RuleSet.h"

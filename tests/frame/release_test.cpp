@@ -1,7 +1,7 @@
 // What release functions give back and what they leave to the heap; what printing returns.
 #include "DialogInfo/QxXmlDialogInfoTables.h"
+#include "FilterSet/QxXmlFilterSetTables.h"
 #include "awkward/DebugEvent.h"
-#include "awkward/FilterSet.h"
 #include "awkward/ImCn.h"
 #include "awkward/RuleSet.h"
 #include "capture.h"

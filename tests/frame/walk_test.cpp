@@ -1,7 +1,7 @@
 // The levels of every handler of a chain after every event.
 #include "DialogInfo/QxXmlDialogInfoTables.h"
+#include "FilterSet/QxXmlFilterSetTables.h"
 #include "awkward/DebugEvent.h"
-#include "awkward/FilterSet.h"
 #include "awkward/ImCn.h"
 #include "awkward/RuleSet.h"
 #include "context.h"

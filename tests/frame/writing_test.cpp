@@ -1,7 +1,7 @@
 // What encoders make of records, right and wrong ones.
 #include "DialogInfo/QxXmlDialogInfoTables.h"
+#include "FilterSet/QxXmlFilterSetTables.h"
 #include "awkward/DebugEvent.h"
-#include "awkward/FilterSet.h"
 #include "awkward/ImCn.h"
 #include "awkward/PocSettings.h"
 #include "awkward/RuleSet.h"

@@ -2,7 +2,7 @@
 
 #include "DebugEvent.h"
 #include "DialogInfo/QxXmlDialogInfoTables.h"
-#include "FilterSet.h"
+#include "FilterSet/QxXmlFilterSetTables.h"
 #include "ImCn.h"
 #include "PocSettings.h"
 #include "RuleSet.h"
@@ -38,6 +38,7 @@ constexpr const ims::TypeSchema *types[] = {
     &NSBindingSchema,
     &NSBindingsSchema,
     &InclTypeSchema,
+    &ExclTypeSchema,
     &WhatTypeSchema,
     &ChangedTypeSchema,
     &TriggerTypeSchema,
@@ -60,7 +61,7 @@ constexpr const ims::TypeSchema *types[] = {
 };
 
 constexpr const ims::EnumSchema *enumerations[] = {
-    &tns__dialog_info_stateEnum, &tns__state_eventEnum, &tns__dialog_directionEnum, &typeTypeEnumeration,
+    &tns__dialog_info_stateEnum, &tns__state_eventEnum, &tns__dialog_directionEnum, &TypeTypeEnum,
     &answerModeEnumeration,      &reasonEnumeration,    &depthEnumeration,          &debugStateEnumeration,
 };
 

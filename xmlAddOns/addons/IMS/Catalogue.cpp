@@ -1,6 +1,7 @@
 #include "Catalogue.h"
 
 #include "DialogInfo/QxXmlDialogInfoTables.h"
+#include "FilterSet/QxXmlFilterSetTables.h"
 #include "IsComposing/QxXmlIsComposingTables.h"
 #include "RuleSet/QxXmlRuleSetTables.h"
 
@@ -9,7 +10,8 @@ namespace ims {
 namespace {
 
 constexpr const DocumentSchema *documents[] = {
-    &tns_isComposingDocument, &tns_dialog_infoDocument, &tns_dialogDocument, &tns_stateDocument, &cp_rulesetDocument,
+    &tns_isComposingDocument, &tns_dialog_infoDocument, &tns_dialogDocument,
+    &tns_stateDocument,       &cp_rulesetDocument,      &filter_setDocument,
 };
 
 } // namespace

@@ -29,7 +29,7 @@ uint32_t appendItem(RuntimeContext *ctx, RtxList *list, void *item);
 // The text of a code, taken modulo 65536.
 const char *enumText(const EnumSchema &type, uint32_t code);
 
-// The code of a text of length bytes; code may be null.
+// The code of a text of length bytes; text may be null, which is no value, and code may be null.
 int enumCode(const EnumSchema &type, const char *text, size_t length, uint16_t *code);
 
 // The code of a NUL-terminated text; null is no value.

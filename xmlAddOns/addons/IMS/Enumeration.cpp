@@ -12,7 +12,7 @@ const char *enumText(const EnumSchema &type, uint32_t code) {
 }
 
 int enumCode(const EnumSchema &type, const char *text, size_t length, uint16_t *code) {
-  int row = rtxLookupEnum(text, length, type.rows, type.count);
+  int row = rtxLookupEnum(text, text ? length : 0, type.rows, type.count);
   if (row < 0) return row;
   if (code) *code = type.rows[row].code;
   return STATUS_OK;

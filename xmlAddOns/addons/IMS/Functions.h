@@ -32,6 +32,11 @@
     return ims::enumCodeOfText(E##Enum, text, value);                                                                  \
   }
 
+#define QX_ENUM_CODE_OF_BYTES(E)                                                                                       \
+  int Qx##E##_ToEnum(const char *text, size_t length, uint16_t *value) {                                               \
+    return ims::enumCode(E##Enum, text, length, value);                                                                \
+  }
+
 #define QX_ENUM_PRINT(E)                                                                                               \
   int QxPrint_##E(const char *name, uint32_t value) { return ims::printEnum(name, E##Enum, value); }
 

@@ -392,8 +392,9 @@ QX_API int QxXmlD_tns_dialog(RuntimeContext *ctx, tns__dialog *record);
 QX_API int QxXmlD_tns_state(RuntimeContext *ctx, tns__state *record);
 
 /*
- * Checks the context's input without building a record: as decoding, but foreign elements are not looked into, a
- * route set may be empty, and the parameter for a code out of range is "code".
+ * Checks the context's input without building a record: as decoding, but foreign elements are not looked into (their
+ * own attributes are STATUS_UNKNOWN_ATTRIBUTE ["", attribute]), a route set may be empty, and the parameter for a code
+ * out of range is "code".
  */
 QX_API int QxXmlV_tns_dialog_info(RuntimeContext *ctx);
 QX_API int QxXmlV_tns_dialog(RuntimeContext *ctx);

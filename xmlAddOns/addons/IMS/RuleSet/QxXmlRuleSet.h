@@ -354,7 +354,8 @@ QX_API int QxXmlD_cp_ruleset(RuntimeContext *ctx, cp__ruleset *record);
 
 /*
  * Checks the context's input without building a record: as decoding, but from and until must be dates and times,
- * foreign elements are not looked into, and an identity may be empty.
+ * foreign elements are not looked into (their own attributes are STATUS_UNKNOWN_ATTRIBUTE ["", attribute]), and an
+ * identity may be empty.
  */
 QX_API int QxXmlV_cp_ruleset(RuntimeContext *ctx);
 

@@ -3,6 +3,7 @@
 #include "DialogInfo/QxXmlDialogInfoTables.h"
 #include "FilterSet/QxXmlFilterSetTables.h"
 #include "IsComposing/QxXmlIsComposingTables.h"
+#include "PocSettings/QxXmlPocSettingsTables.h"
 #include "RuleSet/QxXmlRuleSetTables.h"
 
 namespace bench {
@@ -136,6 +137,26 @@ constexpr std::string_view filterSet = R"(<?xml version="1.0" encoding="UTF-8"?>
 </filter-set>
 )";
 
+// Push-to-talk settings of a phone.
+constexpr std::string_view settings = R"(<?xml version="1.0" encoding="UTF-8"?>
+<poc-settings xmlns="urn:oma:params:xml:ns:poc:poc-settings">
+  <entity id="do39s8zksn2d98x">
+    <isb-settings>
+      <incoming-session-barring active="false"/>
+    </isb-settings>
+    <am-settings>
+      <answer-mode>automatic</answer-mode>
+    </am-settings>
+    <ipab-settings>
+      <incoming-personal-alert-barring active="false"/>
+    </ipab-settings>
+    <sss-settings>
+      <simultaneous-sessions-support active="true"/>
+    </sss-settings>
+  </entity>
+</poc-settings>
+)";
+
 std::string numbered(std::string_view text, unsigned number) {
   std::string digits = std::to_string(10000 + number % 10000).substr(1);
   std::string result(text);
@@ -176,6 +197,7 @@ const std::vector<Document> &allDocuments() {
       DOCUMENT("b", tns__dialog_info, tns_dialog_info, dialogInfo(1, sessionDescription), 19),
       DOCUMENT("c", cp__ruleset, cp_ruleset, ruleset, 27),
       DOCUMENT("d", tns__dialog_info, tns_dialog_info, dialogInfo(1000, ""), 17001),
+      DOCUMENT("e", poc_settingsType, poc_settings, settings, 10),
       DOCUMENT("f", FilterSetType, filter_set, filterSet, 15),
   };
   return documents;

@@ -27,14 +27,11 @@ enum Line : int {
   lineRoot = 30
 };
 
-// Empty for documents without a namespace.
-const char *uriOf(const DocumentSchema &document) { return document.module->uri ? document.module->uri : ""; }
-
 // The namespaces of all documents, in the order of documents: an index finds both.
 std::vector<const char *> allUris() {
   std::vector<const char *> uris;
   for (const DocumentSchema *document : ims::allDocuments())
-    uris.push_back(uriOf(*document));
+    uris.push_back(document->module->uri);
   return uris;
 }
 
@@ -49,7 +46,7 @@ struct RootFinder {
     const DocumentSchema *byName = nullptr;
     for (const DocumentSchema *document : ims::allDocuments()) {
       if (std::strcmp(document->root, localName) != 0) continue;
-      if (std::strcmp(uriOf(*document), uri) == 0) return document;
+      if (std::strcmp(document->module->uri, uri) == 0) return document;
       if (!byName) byName = document;
     }
     return byName;
@@ -108,7 +105,7 @@ void printKinds(bool json) {
     for (const DocumentSchema *document : ims::allDocuments())
       kinds.push_back({{"kind", document->root},
                        {"root", document->root},
-                       {"namespace", uriOf(*document)},
+                       {"namespace", document->module->uri},
                        {"module", document->module->name}});
     printJson(kinds);
     return;
@@ -118,7 +115,8 @@ void printKinds(bool json) {
     width = std::max(width, std::strlen(document->root));
   std::printf("%-*s  %s\n", static_cast<int>(width), "ROOT ELEMENT", "NAMESPACE");
   for (const DocumentSchema *document : ims::allDocuments())
-    std::printf("%-*s  %s\n", static_cast<int>(width), document->root, *uriOf(*document) ? uriOf(*document) : "(none)");
+    std::printf("%-*s  %s\n", static_cast<int>(width), document->root,
+                *document->module->uri ? document->module->uri : "(none)");
 }
 
 } // namespace cli

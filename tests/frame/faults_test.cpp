@@ -1,9 +1,9 @@
 // Documents cut off and storage that runs out, at every point.
 #include "DialogInfo/QxXmlDialogInfoTables.h"
 #include "FilterSet/QxXmlFilterSetTables.h"
+#include "ImCn/QxXmlImCnTables.h"
+#include "PocSettings/QxXmlPocSettingsTables.h"
 #include "awkward/DebugEvent.h"
-#include "awkward/ImCn.h"
-#include "awkward/PocSettings.h"
 #include "awkward/RuleSet.h"
 #include "documents.h"
 #include "faults.h"
@@ -48,15 +48,14 @@ const Sample samples[] = {
      "xmlns:q='urn:q'>i</include><exclude>e</exclude></what><trigger><changed from='a' to='b' "
      "by='2'>c</changed><added>d"
      "</added><removed>e</removed><f:a xmlns:f='urn:f'/></trigger></filter></filter-set>"},
-    {"PocSettings", awkward::poc_settingsDocument,
+    {"PocSettings", poc_settingsDocument,
      "<poc-settings xmlns='urn:oma:params:xml:ns:poc:poc-settings' foo='1'><entity id='e' bar='2'><isb-settings>"
      "<incoming-session-barring active='true'/><f:a xmlns:f='urn:f'/></isb-settings><am-settings><answer-mode>manual"
      "</answer-mode></am-settings></entity></poc-settings>"},
-    {"AlternativeService", awkward::ims_3gppDocument,
+    {"AlternativeService", ims_3gppDocument,
      "<ims-3gpp version='1' foo='1'><alternative-service bar='2'><type>t</type><reason>r</reason><a/>"
      "</alternative-service><b/></ims-3gpp>"},
-    {"ServiceInformation", awkward::ims_3gppDocument,
-     "<ims-3gpp version='1'><service-info>i</service-info></ims-3gpp>"},
+    {"ServiceInformation", ims_3gppDocument, "<ims-3gpp version='1'><service-info>i</service-info></ims-3gpp>"},
     {"DebugInfo", awkward::tns_debuginfoDocument,
      "<d:debuginfo xmlns:d='urn:ietf:params:xml:ns:debuginfo' d:version='1' d:state='full'><d:debugconfig aor='a'>"
      "<d:session id='s'><d:start-trigger><d:from>f</d:from><d:time> t </d:time><d:debug-id>0A0B</d:debug-id>"

@@ -1,9 +1,9 @@
 // What decoders and validators make of documents: the errors of both, and the record.
 #include "DialogInfo/QxXmlDialogInfoTables.h"
 #include "FilterSet/QxXmlFilterSetTables.h"
+#include "ImCn/QxXmlImCnTables.h"
+#include "PocSettings/QxXmlPocSettingsTables.h"
 #include "awkward/DebugEvent.h"
-#include "awkward/ImCn.h"
-#include "awkward/PocSettings.h"
 #include "awkward/RuleSet.h"
 #include "context.h"
 #include "input.h"
@@ -423,7 +423,7 @@ const Case cases[] = {
 
 std::string textOf(const Case &tested) {
   const char *uri = tested.document.module->uri;
-  std::string ns = uri ? " xmlns=\"" + std::string(uri) + "\"" : std::string();
+  std::string ns = *uri ? " xmlns=\"" + std::string(uri) + "\"" : std::string();
   std::string root = tested.document.root;
   return "<" + root + ns + tested.attributes + ">" + tested.content + "</" + root + ">";
 }

@@ -28,7 +28,7 @@ DocumentSchema documentOf(const TypeSchema &type) {
   document.module = type.module;
   document.type = &type;
   document.number = 1;
-  if (!type.module->uri) return document;
+  if (*type.module->uri == '\0') return document;
   // A record that keeps declarations gets back its root's one as well.
   document.declaration = type.namespaceList != noField ? Declaration::prefixInRecord : Declaration::prefix;
   document.prefix = "p";

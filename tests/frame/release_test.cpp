@@ -1,8 +1,8 @@
 // What release functions give back and what they leave to the heap; what printing returns.
 #include "DialogInfo/QxXmlDialogInfoTables.h"
 #include "FilterSet/QxXmlFilterSetTables.h"
+#include "ImCn/QxXmlImCnTables.h"
 #include "awkward/DebugEvent.h"
-#include "awkward/ImCn.h"
 #include "awkward/RuleSet.h"
 #include "capture.h"
 #include "context.h"

@@ -163,7 +163,7 @@ std::string dump(const DocumentSchema &document) {
   text += std::string(", declares ") + nameOf(document.declaration);
   if (document.prefix) text += std::string(" ") + document.prefix;
   text += "\n  namespace ";
-  text += module.uri ? module.uri : "none";
+  text += *module.uri ? module.uri : "none";
   text += " ns " + std::to_string(module.namespaceIndex) + (module.qualifiedAttributes ? " qualified attributes" : "");
   text += "\n";
   for (const char *path : module.paths)

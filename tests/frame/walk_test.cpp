@@ -1,8 +1,8 @@
 // The levels of every handler of a chain after every event.
 #include "DialogInfo/QxXmlDialogInfoTables.h"
 #include "FilterSet/QxXmlFilterSetTables.h"
+#include "ImCn/QxXmlImCnTables.h"
 #include "awkward/DebugEvent.h"
-#include "awkward/ImCn.h"
 #include "awkward/RuleSet.h"
 #include "context.h"
 #include "handlerProbe.h"
@@ -73,7 +73,7 @@ struct Case {
 };
 
 std::string root(const DocumentSchema &document, const std::string &attributes, const std::string &content) {
-  std::string ns = document.module->uri ? " xmlns=\"" + std::string(document.module->uri) + "\"" : std::string();
+  std::string ns = *document.module->uri ? " xmlns=\"" + std::string(document.module->uri) + "\"" : std::string();
   return "<" + std::string(document.root) + ns + attributes + ">" + content + "</" + document.root + ">";
 }
 

@@ -1,9 +1,9 @@
 // What encoders make of records, right and wrong ones.
 #include "DialogInfo/QxXmlDialogInfoTables.h"
 #include "FilterSet/QxXmlFilterSetTables.h"
+#include "ImCn/QxXmlImCnTables.h"
+#include "PocSettings/QxXmlPocSettingsTables.h"
 #include "awkward/DebugEvent.h"
-#include "awkward/ImCn.h"
-#include "awkward/PocSettings.h"
 #include "awkward/RuleSet.h"
 #include "context.h"
 #include "input.h"

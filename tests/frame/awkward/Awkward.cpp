@@ -3,8 +3,8 @@
 #include "DebugEvent.h"
 #include "DialogInfo/QxXmlDialogInfoTables.h"
 #include "FilterSet/QxXmlFilterSetTables.h"
-#include "ImCn.h"
-#include "PocSettings.h"
+#include "ImCn/QxXmlImCnTables.h"
+#include "PocSettings/QxXmlPocSettingsTables.h"
 #include "RuleSet.h"
 
 namespace awkward {
@@ -47,6 +47,10 @@ constexpr const ims::TypeSchema *types[] = {
     &isbSettingType_incoming_session_barringSchema,
     &isbSettingTypeSchema,
     &amSettingTypeSchema,
+    &ipabSettingType_incoming_personal_alert_barringSchema,
+    &ipabSettingTypeSchema,
+    &sssSettingType_simultaneous_sessions_supportSchema,
+    &sssSettingTypeSchema,
     &entityTypeSchema,
     &poc_settingsTypeSchema,
     &tAlternativeServiceSchema,
@@ -61,8 +65,8 @@ constexpr const ims::TypeSchema *types[] = {
 };
 
 constexpr const ims::EnumSchema *enumerations[] = {
-    &tns__dialog_info_stateEnum, &tns__state_eventEnum, &tns__dialog_directionEnum, &TypeTypeEnum,
-    &answerModeEnumeration,      &reasonEnumeration,    &depthEnumeration,          &debugStateEnumeration,
+    &tns__dialog_info_stateEnum,    &tns__state_eventEnum, &tns__dialog_directionEnum, &TypeTypeEnum,
+    &amSettingType_answer_modeEnum, &reasonEnumeration,    &depthEnumeration,          &debugStateEnumeration,
 };
 
 constexpr const ims::DocumentSchema *documents[] = {

@@ -2,7 +2,9 @@
 
 #include "DialogInfo/QxXmlDialogInfoTables.h"
 #include "FilterSet/QxXmlFilterSetTables.h"
+#include "ImCn/QxXmlImCnTables.h"
 #include "IsComposing/QxXmlIsComposingTables.h"
+#include "PocSettings/QxXmlPocSettingsTables.h"
 #include "RuleSet/QxXmlRuleSetTables.h"
 
 namespace ims {
@@ -10,8 +12,16 @@ namespace ims {
 namespace {
 
 constexpr const DocumentSchema *documents[] = {
-    &tns_isComposingDocument, &tns_dialog_infoDocument, &tns_dialogDocument,
-    &tns_stateDocument,       &cp_rulesetDocument,      &filter_setDocument,
+    &tns_isComposingDocument, // composing indications
+    &tns_dialog_infoDocument, // dialog state
+    &tns_dialogDocument,
+    &tns_stateDocument,
+    &cp_rulesetDocument,   // rule sets
+    &filter_setDocument,   // notification filters
+    &poc_settingsDocument, // push-to-talk settings
+    &ims_3gppDocument,     // the 3GPP IMS body
+    &typeDocument,
+    &actionDocument,
 };
 
 } // namespace

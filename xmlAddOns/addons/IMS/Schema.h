@@ -119,7 +119,7 @@ struct ModuleSchema {
   const char *memberPrefix;          // of the members that carry a name of the schema
   const NamespaceFamily *namespaces; // null: none
   int8_t namespaceIndex;
-  const char *uri;
+  const char *uri;          // empty: none
   bool qualifiedAttributes; // attributes belong to the module's namespace
 };
 

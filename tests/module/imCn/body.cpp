@@ -1,0 +1,215 @@
+#include "body.h"
+
+#include <cstdio>
+
+namespace body {
+
+#define TEXT_DOCUMENT(R)                                                                                               \
+  { #R, QxXmlE_##R, QxXmlE_##R##_StartElement, QxXmlE_##R##_Contents, QxXmlE_##R##_EndElement, QxXmlD_##R, QxXmlV_##R }
+const TextDocument textDocuments[2] = {TEXT_DOCUMENT(type), TEXT_DOCUMENT(action)};
+#undef TEXT_DOCUMENT
+
+// ---- Records by hand ------------------------------------------------------------------------------------------
+
+RtxXmlString xmlString(RuntimeContext *ctx, std::string_view text, bool cdata) {
+  return {cdata, rtxUTF8Strdup(ctx, std::string(text).c_str())};
+}
+
+void addForeign(RuntimeContext *ctx, RtxAnyList &list, const char *element) {
+  auto *entry = static_cast<RtxXmlString *>(rtxMemHeapAlloc(ctx, sizeof(RtxXmlString)));
+  *entry = {false, rtxUTF8Strdup(ctx, element)};
+  rtxDListAppend(ctx, &list.items, entry);
+}
+
+void addAttribute(RuntimeContext *ctx, RtxAttrList &list, const char *name, const char *value) {
+  auto *pair = static_cast<RtxNamePair *>(rtxMemHeapAlloc(ctx, sizeof(RtxNamePair)));
+  *pair = {rtxUTF8Strdup(ctx, name), rtxUTF8Strdup(ctx, value)};
+  rtxDListAppend(ctx, &list.items, pair);
+}
+
+tAlternativeService &chooseAlternative(RuntimeContext *ctx, tIMS3GPP_1 &choice, const char *type, const char *reason) {
+  choice.t = tIMS3GPP_1_alternative_service;
+  tAlternativeService &service = choice.u.alternative_service;
+  EXPECT_EQ(QxInit_tAlternativeService(ctx, &service), 0);
+  service.type.value = rtxUTF8Strdup(ctx, type);
+  service.reason.value = rtxUTF8Strdup(ctx, reason);
+  return service;
+}
+
+void chooseInfo(RuntimeContext *ctx, tIMS3GPP_1 &choice, const char *text) {
+  choice.t = tIMS3GPP_1_service_info;
+  choice.u.service_info = {false, rtxUTF8Strdup(ctx, text)};
+}
+
+void fillCompletely(RuntimeContext *ctx, tIMS3GPP &record) {
+  tAlternativeService &service = chooseAlternative(ctx, record._choice1, "emergency", "a<b");
+  addForeign(ctx, service.anyElems, "<action>emergency-registration</action>");
+  addForeign(ctx, service.anyElems, "<x:f xmlns:x=\"u\">1 &lt; 2</x:f>");
+  addAttribute(ctx, service._anyAttr, "k", "1");
+  addAttribute(ctx, service._anyAttr, "l", "2");
+  record.version = 1.5;
+  addForeign(ctx, record.anyElems, "<y/>");
+  addForeign(ctx, record.anyElems, "<z/>");
+  addAttribute(ctx, record._anyAttr, "k", "3");
+  addAttribute(ctx, record._anyAttr, "l", "4");
+}
+
+const std::string completeDocument =
+    "<ims-3gpp version=\"1.5\" k=\"3\" l=\"4\"><alternative-service k=\"1\" l=\"2\"><type>emergency</type>"
+    "<reason>a&lt;b</reason><action>emergency-registration</action><x:f xmlns:x=\"u\">1 &lt; 2</x:f>"
+    "</alternative-service><y/><z/></ims-3gpp>";
+
+bool isUnset(const double &version) {
+  unsigned char expected[sizeof(double)];
+  std::memset(expected, pattern, sizeof expected);
+  return std::memcmp(&version, expected, sizeof expected) == 0;
+}
+
+// ---- Records as text ------------------------------------------------------------------------------------------
+
+namespace {
+
+std::string orDash(const char *text) { return text == nullptr ? "-" : text; }
+
+template <typename Item, typename Show> void eachItem(const RtxList &list, const Show &show) {
+  const RtxListNode *last = nullptr;
+  uint32_t count = 0;
+  for (const RtxListNode *node = list.head; node != nullptr; node = node->next, ++count) {
+    EXPECT_EQ(node->prev, last);
+    last = node;
+    show(*static_cast<const Item *>(node->data));
+  }
+  EXPECT_EQ(list.tail, last);
+  EXPECT_EQ(list.count, count);
+}
+
+std::string extras(const RtxAnyList &elements, const RtxAttrList &attributes) {
+  std::string all;
+  eachItem<RtxXmlString>(elements.items, [&](const RtxXmlString &text) { all += " " + orDash(text.value); });
+  eachItem<RtxNamePair>(attributes.items,
+                        [&](const RtxNamePair &pair) { all += " @" + orDash(pair.name) + "=" + orDash(pair.value); });
+  return all;
+}
+
+} // namespace
+
+std::string dump(const tAlternativeService &record) {
+  EXPECT_FALSE(record.type.cdata || record.reason.cdata);
+  return "type=" + orDash(record.type.value) + " reason=" + orDash(record.reason.value) +
+         extras(record.anyElems, record._anyAttr);
+}
+
+std::string dump(const tIMS3GPP_1 &record) {
+  switch (record.t) {
+  case 0: return "none";
+  case 1: return "alternative(" + dump(record.u.alternative_service) + ")";
+  case 2: return "info=" + orDash(record.u.service_info.value);
+  default: return "t=" + std::to_string(record.t);
+  }
+}
+
+std::string dump(const tIMS3GPP &record) {
+  char version[40] = "unset";
+  if (!isUnset(record.version)) std::snprintf(version, sizeof version, "%g", record.version);
+  return dump(record._choice1) + " version=" + version + extras(record.anyElems, record._anyAttr);
+}
+
+std::vector<std::string> foreignTexts(const RtxAnyList &list) {
+  std::vector<std::string> texts;
+  eachItem<RtxXmlString>(list.items, [&](const RtxXmlString &text) { texts.push_back(orDash(text.value)); });
+  return texts;
+}
+
+// ---- Reading and writing --------------------------------------------------------------------------------------
+
+std::string errorsOf(RuntimeContext *ctx) {
+  constexpr std::string_view stem = "QxXmlImCn";
+  std::string all = support::errors(ctx);
+  for (size_t at = all.find(stem); at != std::string::npos; at = all.find(stem, at)) {
+    all.erase(at, stem.size());
+    const size_t colon = all.find(':', at);
+    all.erase(colon, all.find_first_not_of("0123456789", colon + 1) - colon);
+  }
+  return all;
+}
+
+std::string byValidator(std::string errors) {
+  for (const char *place : {"@SAX", "<SAX"})
+    for (size_t at = errors.find(place); at != std::string::npos; at = errors.find(place, at))
+      errors.replace(at + 1, 3, "Vldt");
+  return errors;
+}
+
+int firstStatus(const std::string &errors) { return errors.empty() ? 0 : std::stoi(errors); }
+
+Reading decodeInput(RuntimeContext *ctx) {
+  auto record = Record<tIMS3GPP>::uninitialised(ctx);
+  const int status = QxXmlD_ims_3gpp(ctx, record);
+  record.owned = status != STATUS_READER_FAILED;
+  return {status, record.owned ? dump(*record) : "", errorsOf(ctx)};
+}
+
+Reading decode(RuntimeContext *ctx, const std::string &document) {
+  const int set = support::setInput(ctx, document);
+  if (set != 0) return {set, "", errorsOf(ctx)};
+  support::HeapBalance balance(ctx, "by decoding " + document);
+  return decodeInput(ctx);
+}
+
+Reading decode(const std::string &document) {
+  support::Context ctx;
+  return decode(ctx, document);
+}
+
+int decodeStatus(RuntimeContext *ctx) { return decodeInput(ctx).status; }
+
+Reading validate(RuntimeContext *ctx, const std::string &document) {
+  const int set = support::setInput(ctx, document);
+  if (set != 0) return {set, "", errorsOf(ctx)};
+  support::HeapBalance balance(ctx, "by validating " + document);
+  const int status = QxXmlV_ims_3gpp(ctx);
+  return {status, "", errorsOf(ctx)};
+}
+
+Reading validate(const std::string &document) {
+  support::Context ctx;
+  return validate(ctx, document);
+}
+
+Reading decodeTextInput(RuntimeContext *ctx, const TextDocument &document) {
+  const char *const untouched = "untouched";
+  RtxXmlString text = {true, untouched};
+  const int status = document.decode(ctx, &text);
+  const bool stored = text.value != untouched;
+  EXPECT_EQ(text.cdata, !stored);
+  Reading reading = {status, orDash(text.value), errorsOf(ctx)};
+  if (stored) rtxMemHeapFreePtr(ctx, text.value);
+  return reading;
+}
+
+Reading decodeText(RuntimeContext *ctx, const TextDocument &document, const std::string &text) {
+  const int set = support::setInput(ctx, text);
+  if (set != 0) return {set, "", errorsOf(ctx)};
+  support::HeapBalance balance(ctx, "by decoding " + text);
+  return decodeTextInput(ctx, document);
+}
+
+std::string document(std::string_view content) {
+  return "<ims-3gpp version=\"1\">" + std::string(content) + "</ims-3gpp>";
+}
+
+std::string alternative(std::string_view content) {
+  return document("<alternative-service>" + std::string(content) + "</alternative-service>");
+}
+
+std::string encodeRecord(RuntimeContext *ctx, const tIMS3GPP *record) {
+  return withoutDeclaration(support::encoded(ctx, [record](RuntimeContext *c) { return QxXmlE_ims_3gpp(c, record); }));
+}
+
+std::string withoutDeclaration(const std::string &text) {
+  if (!text.starts_with("<?xml ")) return text;
+  const size_t end = text.find("?>") + 2;
+  return text.substr(text.find_first_not_of("\n", end));
+}
+
+} // namespace body

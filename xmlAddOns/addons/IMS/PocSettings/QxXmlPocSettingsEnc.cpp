@@ -1,0 +1,27 @@
+// The encoders of push-to-talk settings.
+#include "Functions.h"
+#include "QxXmlPocSettingsTables.h"
+
+QX_ENCODE_TYPE(isbSettingType_incoming_session_barring)
+QX_ENCODE_TYPE(isbSettingType)
+QX_ENCODE_TYPE(amSettingType)
+QX_ENCODE_TYPE(ipabSettingType_incoming_personal_alert_barring)
+QX_ENCODE_TYPE(ipabSettingType)
+QX_ENCODE_TYPE(sssSettingType_simultaneous_sessions_support)
+QX_ENCODE_TYPE(sssSettingType)
+QX_ENCODE_TYPE(entityType)
+QX_ENCODE_TYPE(poc_settingsType)
+
+QX_ENCODE_ATTRIBUTES(isbSettingType_incoming_session_barring)
+QX_ENCODE_ATTRIBUTES(isbSettingType)
+QX_ENCODE_ATTRIBUTES(amSettingType)
+QX_ENCODE_ATTRIBUTES(ipabSettingType_incoming_personal_alert_barring)
+QX_ENCODE_ATTRIBUTES(ipabSettingType)
+QX_ENCODE_ATTRIBUTES(sssSettingType_simultaneous_sessions_support)
+QX_ENCODE_ATTRIBUTES(sssSettingType)
+QX_ENCODE_ATTRIBUTES(entityType)
+QX_ENCODE_ATTRIBUTES(poc_settingsType)
+
+QX_ENCODE_ENUM(amSettingType_answer_mode)
+
+QX_ENCODE_DOCUMENT(poc_settings, poc_settingsType)

@@ -51,7 +51,7 @@ const char *placeInStartTag(const RtSaxReader &reader) {
 // A text is at fault in an end tag only while it is being converted.
 const char *placeInContent(const RtSaxReader &reader) {
   const OpenElement &element = *reader.current;
-  const bool converting = reader.event == Event::text || reader.context.buffer.size != 0;
+  const bool converting = reader.event == Event::text || reader.context.buffer.data != nullptr;
   if (converting && element.text != nullptr) return startOfText(reader, element);
   return startOfTag(reader, element.tagEnd);
 }

@@ -1,6 +1,6 @@
 // Text that arrives in pieces, and handlers driven without a reader.
+#include "DebugEvent/QxXmlDebugEventTables.h"
 #include "DialogInfo/QxXmlDialogInfoTables.h"
-#include "awkward/DebugEvent.h"
 #include "context.h"
 #include "input.h"
 #include "records.h"
@@ -10,7 +10,6 @@
 #include <string_view>
 
 using namespace ims;
-using namespace awkward;
 using frame::Record;
 using support::Context;
 

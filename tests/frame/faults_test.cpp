@@ -1,10 +1,10 @@
 // Documents cut off and storage that runs out, at every point.
+#include "DebugEvent/QxXmlDebugEventTables.h"
 #include "DialogInfo/QxXmlDialogInfoTables.h"
 #include "FilterSet/QxXmlFilterSetTables.h"
 #include "ImCn/QxXmlImCnTables.h"
 #include "PocSettings/QxXmlPocSettingsTables.h"
-#include "awkward/DebugEvent.h"
-#include "awkward/RuleSet.h"
+#include "conditions.h"
 #include "documents.h"
 #include "faults.h"
 #include "input.h"
@@ -56,7 +56,7 @@ const Sample samples[] = {
      "<ims-3gpp version='1' foo='1'><alternative-service bar='2'><type>t</type><reason>r</reason><a/>"
      "</alternative-service><b/></ims-3gpp>"},
     {"ServiceInformation", ims_3gppDocument, "<ims-3gpp version='1'><service-info>i</service-info></ims-3gpp>"},
-    {"DebugInfo", awkward::tns_debuginfoDocument,
+    {"DebugInfo", tns_debuginfoDocument,
      "<d:debuginfo xmlns:d='urn:ietf:params:xml:ns:debuginfo' d:version='1' d:state='full'><d:debugconfig aor='a'>"
      "<d:session id='s'><d:start-trigger><d:from>f</d:from><d:time> t </d:time><d:debug-id>0A0B</d:debug-id>"
      "</d:start-trigger><d:stop-trigger><d:time-period>p</d:time-period><d:reason>session_end</d:reason>"

@@ -1,10 +1,10 @@
 // What decoders and validators make of documents: the errors of both, and the record.
+#include "DebugEvent/QxXmlDebugEventTables.h"
 #include "DialogInfo/QxXmlDialogInfoTables.h"
 #include "FilterSet/QxXmlFilterSetTables.h"
 #include "ImCn/QxXmlImCnTables.h"
 #include "PocSettings/QxXmlPocSettingsTables.h"
-#include "awkward/DebugEvent.h"
-#include "awkward/RuleSet.h"
+#include "conditions.h"
 #include "context.h"
 #include "input.h"
 #include "records.h"
@@ -12,7 +12,6 @@
 
 #include <gtest/gtest.h>
 
-using namespace awkward;
 using frame::Record;
 using support::Context;
 
@@ -162,7 +161,7 @@ const Case cases[] = {
      "-16(.count|int 0)", "",
      "r.cp_rule[0].cp_conditions[0].t = 1\n"
      "r.cp_rule[0].cp_id = \"r\"\n"},
-    {"RunsOfForeignElements", cp_conditionsDocument, "",
+    {"RunsOfForeignElements", frame::conditionsDocument, "",
      "<identity><one id=\"o\"/></identity><f:a xmlns:f=\"urn:f\"/><f:b xmlns:f=\"urn:f\"/><sphere value=\" v \"/><f:c "
      "xmlns:f=\"urn:f\"/>",
      "", same,
@@ -177,23 +176,23 @@ const Case cases[] = {
      "r[2].u.cp_sphere.cp_value = \" v \"\n"
      "r[3].t = 4\n"
      "r[3].u.cp__any[0] = \"<f:c xmlns:f=\\\"urn:f\\\"/>\"\n"},
-    {"RunsAreNotBrokenByWhatIsRefused", cp_conditionsDocument, "",
+    {"RunsAreNotBrokenByWhatIsRefused", frame::conditionsDocument, "",
      "<f:a xmlns:f=\"urn:f\"/>text<bogus/><f:b xmlns:f=\"urn:f\"/>", "-41(bogus)", same,
      "r[0].t = 4\n"
      "r[0].u.cp__any[0] = \"<f:a xmlns:f=\\\"urn:f\\\"/>\"\n"
      "r[0].u.cp__any[1] = \"<f:b xmlns:f=\\\"urn:f\\\"/>\"\n"},
-    {"ValidityThatIsNoDate", cp_conditionsDocument, "",
+    {"ValidityThatIsNoDate", frame::conditionsDocument, "",
      "<validity><from>yesterday</from><until>2024-01-01T00:00:00Z</until></validity>", "",
      "-44(yesterday|cp_validityType|from)",
      "r[0].t = 3\n"
      "r[0].u.cp_validity.cp_from = \"yesterday\"\n"
      "r[0].u.cp_validity.cp_until = \"2024-01-01T00:00:00Z\"\n"},
-    {"ValidityWithoutItsEnd", cp_conditionsDocument, "", "<validity><from>2024-01-01T00:00:00Z</from></validity>", "",
-     same,
+    {"ValidityWithoutItsEnd", frame::conditionsDocument, "", "<validity><from>2024-01-01T00:00:00Z</from></validity>",
+     "", same,
      "r[0].t = 3\n"
      "r[0].u.cp_validity.cp_from = \"2024-01-01T00:00:00Z\"\n"
      "r[0].u.cp_validity.cp_until = <null>\n"},
-    {"ValidityFromItsEnd", cp_conditionsDocument, "",
+    {"ValidityFromItsEnd", frame::conditionsDocument, "",
      "<validity><until>2024-01-01T00:00:00Z</until><from>2024-01-01T00:00:00Z</from></validity>", "-41(until)", same,
      "r[0].t = 3\n"
      "r[0].u.cp_validity.cp_from = \"2024-01-01T00:00:00Z\"\n"
@@ -505,7 +504,7 @@ const CutOff cutOffs[] = {
      "r.tns_state = \"\"\n"
      "r.tns_route_set.tns_hop[0] = \"a\"\n"
      "r.tns_id = \"d\"\n"},
-    {"ConditionAtItsStart", cp_conditionsDocument, "<conditions><sphere value='v'>",
+    {"ConditionAtItsStart", frame::conditionsDocument, "<conditions><sphere value='v'>",
      "r[0].t = 2\n"
      "r[0].u.cp_sphere = <null>\n"
      "r[0].u.cp_sphere.cp_value = \"v\"\n"},

@@ -1,10 +1,10 @@
 // What release functions give back and what they leave to the heap; what printing returns.
+#include "DebugEvent/QxXmlDebugEventTables.h"
 #include "DialogInfo/QxXmlDialogInfoTables.h"
 #include "FilterSet/QxXmlFilterSetTables.h"
 #include "ImCn/QxXmlImCnTables.h"
-#include "awkward/DebugEvent.h"
-#include "awkward/RuleSet.h"
 #include "capture.h"
+#include "conditions.h"
 #include "context.h"
 #include "input.h"
 #include "records.h"
@@ -13,7 +13,6 @@
 #include <cstdio>
 #include <gtest/gtest.h>
 
-using namespace awkward;
 using frame::Record;
 using support::Context;
 
@@ -35,9 +34,9 @@ const Case cases[] = {
      "<dialog id='d'><state/><local><target uri='u'><param pname='p' pval='v'/><param pname='p' pval='v'/></target>"
      "</local></dialog>",
      4},
-    {"ExceptKeepsItsTexts", cp_conditionsDocument,
+    {"ExceptKeepsItsTexts", frame::conditionsDocument,
      "<conditions><identity><many><except domain='d' id='i'/><f:a xmlns:f='urn:f'/></many></identity></conditions>", 2},
-    {"SphereKeepsItsValue", cp_conditionsDocument,
+    {"SphereKeepsItsValue", frame::conditionsDocument,
      "<conditions><sphere value='v'/><f:a xmlns:f='urn:f'/><f:b xmlns:f='urn:f'/></conditions>", 1},
     {"EachBindingKeepsTwo", filter_setDocument,
      "<filter-set package='p'><ns-bindings><ns-binding prefix='p' urn='u'/><ns-binding prefix='q' urn='v'/>"

@@ -1,11 +1,12 @@
 // Every type with random values through every engine.
+#include "Catalogue.h"
 #include "DialogInfo/QxXmlDialogInfoTables.h"
-#include "awkward/Awkward.h"
 #include "context.h"
 #include "input.h"
 #include "output.h"
 #include "records.h"
 #include "rtx.h"
+#include "sites.h"
 
 #include <cstring>
 #include <gtest/gtest.h>
@@ -24,12 +25,13 @@ protected:
 
 std::vector<const TypeSchema *> typesWithElements() {
   std::vector<const TypeSchema *> types;
-  for (const TypeSchema *type : awkward::awkwardTypes())
+  const ims::DocumentRange documents = ims::allDocuments();
+  for (const TypeSchema *type : frame::reachable({documents.begin(), documents.end()}).types)
     if (type->content != Content::choice) types.push_back(type);
   return types;
 }
 
-INSTANTIATE_TEST_SUITE_P(Awkward, EveryType, testing::ValuesIn(typesWithElements()),
+INSTANTIATE_TEST_SUITE_P(Library, EveryType, testing::ValuesIn(typesWithElements()),
                          [](const auto &tested) { return std::string(tested.param->name); });
 
 TEST_P(EveryType, RandomRecordsComeBackFromTheirDocuments) {

@@ -3,7 +3,6 @@
 
 #include "Catalogue.h"
 #include "IsComposing/QxXmlIsComposingTables.h"
-#include "awkward/Awkward.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -18,8 +17,6 @@ std::vector<const DocumentSchema *> everyDocument() {
   std::vector<const DocumentSchema *> all;
   for (const DocumentSchema *document : allDocuments())
     all.push_back(document);
-  for (const DocumentSchema *document : awkward::awkwardDocuments())
-    if (std::find(all.begin(), all.end(), document) == all.end()) all.push_back(document);
   return all;
 }
 
@@ -31,12 +28,6 @@ TEST(Sites, NoTwoOfASourceHaveOneLine) {
     EXPECT_GT(site.line, 0);
   }
   EXPECT_GT(seen.size(), 10000u) << "the tables were walked";
-}
-
-TEST(Sites, CoverEveryType) {
-  const frame::Reachable found = frame::reachable(everyDocument());
-  for (const TypeSchema *type : awkward::awkwardTypes())
-    EXPECT_NE(std::find(found.types.begin(), found.types.end(), type), found.types.end()) << type->name;
 }
 
 // ---- The composing indication ---------------------------------------------------------------------------------

@@ -1,9 +1,9 @@
 // The levels of every handler of a chain after every event.
+#include "DebugEvent/QxXmlDebugEventTables.h"
 #include "DialogInfo/QxXmlDialogInfoTables.h"
 #include "FilterSet/QxXmlFilterSetTables.h"
 #include "ImCn/QxXmlImCnTables.h"
-#include "awkward/DebugEvent.h"
-#include "awkward/RuleSet.h"
+#include "conditions.h"
 #include "context.h"
 #include "handlerProbe.h"
 #include "input.h"

@@ -1,10 +1,11 @@
 // What encoders make of records, right and wrong ones.
+#include "Catalogue.h"
+#include "DebugEvent/QxXmlDebugEventTables.h"
 #include "DialogInfo/QxXmlDialogInfoTables.h"
 #include "FilterSet/QxXmlFilterSetTables.h"
 #include "ImCn/QxXmlImCnTables.h"
 #include "PocSettings/QxXmlPocSettingsTables.h"
-#include "awkward/DebugEvent.h"
-#include "awkward/RuleSet.h"
+#include "conditions.h"
 #include "context.h"
 #include "input.h"
 #include "records.h"
@@ -13,7 +14,6 @@
 #include <gtest/gtest.h>
 #include <vector>
 
-using namespace awkward;
 using frame::appendItem;
 using frame::appendText;
 using frame::encode;
@@ -87,7 +87,7 @@ TEST(EmptyList, IsRefusedUnderTheTypesName) {
   Record conditions(ctx, cp_conditionsTypeSchema);
   appendItem<cp_conditionsType_1>(ctx, conditions.as<cp_conditionsType>().items)->t = 1;
   int status = 0;
-  EXPECT_EQ(body(encode(ctx, cp_conditionsDocument, conditions.data(), &status)),
+  EXPECT_EQ(body(encode(ctx, frame::conditionsDocument, conditions.data(), &status)),
             "<cp:conditions xmlns:cp=\"urn:ietf:params:xml:ns:common-policy\"><cp:identity>");
   EXPECT_EQ(status, STATUS_CONSTRAINT_VIOLATION);
   EXPECT_EQ(frame::briefErrors(ctx), "-16(cp_identityType.count|int 0)");
@@ -361,7 +361,7 @@ TEST(SimpleDocument, IsNotTouchedByADocumentCutOff) {
 
 TEST(SimpleDocument, IsNeverValidated) {
   Context ctx;
-  for (const ims::DocumentSchema *document : awkwardDocuments()) {
+  for (const ims::DocumentSchema *document : ims::allDocuments()) {
     if (document->type) continue;
     EXPECT_EQ(ims::validateDocument(ctx, *document), STATUS_NOT_SUPPORTED);
   }

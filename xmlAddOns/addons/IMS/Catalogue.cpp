@@ -1,5 +1,6 @@
 #include "Catalogue.h"
 
+#include "DebugEvent/QxXmlDebugEventTables.h"
 #include "DialogInfo/QxXmlDialogInfoTables.h"
 #include "FilterSet/QxXmlFilterSetTables.h"
 #include "ImCn/QxXmlImCnTables.h"
@@ -22,6 +23,23 @@ constexpr const DocumentSchema *documents[] = {
     &ims_3gppDocument,     // the 3GPP IMS body
     &typeDocument,
     &actionDocument,
+    &tns_debuginfoDocument, // debug information
+    &tns_debugconfigDocument,
+    &tns_sessionDocument,
+    &tns_start_triggerDocument,
+    &tns_stop_triggerDocument,
+    &tns_controlDocument,
+    &tns_timeDocument,
+    &tns_fromDocument,
+    &tns_toDocument,
+    &tns_methodDocument,
+    &tns_icsiDocument,
+    &tns_iariDocument,
+    &tns_debug_idDocument,
+    &tns_time_periodDocument,
+    &tns_reasonDocument,
+    &tns_interfaceDocument,
+    &tns_depthDocument,
 };
 
 } // namespace

@@ -37,8 +37,10 @@
     return ims::enumCode(E##Enum, text, length, value);                                                                \
   }
 
-#define QX_ENUM_PRINT(E)                                                                                               \
-  int QxPrint_##E(const char *name, uint32_t value) { return ims::printEnum(name, E##Enum, value); }
+#define QX_ENUM_PRINT(E) QX_ENUM_PRINT_AS(QxPrint, E)
+// Where the name with the usual prefix is another type's.
+#define QX_ENUM_PRINT_AS(prefix, E)                                                                                    \
+  int prefix##_##E(const char *name, uint32_t value) { return ims::printEnum(name, E##Enum, value); }
 
 // ---- Encoders -------------------------------------------------------------------------------------------------
 
@@ -62,17 +64,19 @@
     return ims::encodeTypeAttributes(ctx, T##Schema, record, ns);                                                      \
   }
 
-#define QX_ENCODE_ENUM(E)                                                                                              \
-  int QxXmlET_##E(RuntimeContext *ctx, uint32_t value, const char *element, const RtxNamespace *ns) {                  \
+#define QX_ENCODE_ENUM(E) QX_ENCODE_ENUM_AS(QxXmlET, E)
+// Where the names with the usual prefix are another type's.
+#define QX_ENCODE_ENUM_AS(prefix, E)                                                                                   \
+  int prefix##_##E(RuntimeContext *ctx, uint32_t value, const char *element, const RtxNamespace *ns) {                 \
     return ims::encodeEnum(ctx, E##Enum, value, element, ns);                                                          \
   }                                                                                                                    \
-  int QxXmlET_##E##_StartElement(RuntimeContext *ctx, uint32_t, const char *element, const RtxNamespace *ns) {         \
+  int prefix##_##E##_StartElement(RuntimeContext *ctx, uint32_t, const char *element, const RtxNamespace *ns) {        \
     return ims::encodeEnumStart(ctx, E##Enum, element, ns);                                                            \
   }                                                                                                                    \
-  int QxXmlET_##E##_Contents(RuntimeContext *ctx, uint32_t value, const RtxNamespace *) {                              \
+  int prefix##_##E##_Contents(RuntimeContext *ctx, uint32_t value, const RtxNamespace *) {                             \
     return ims::encodeEnumContents(ctx, E##Enum, value);                                                               \
   }                                                                                                                    \
-  int QxXmlET_##E##_EndElement(RuntimeContext *ctx, const char *element, const RtxNamespace *ns) {                     \
+  int prefix##_##E##_EndElement(RuntimeContext *ctx, const char *element, const RtxNamespace *ns) {                    \
     return ims::encodeEnumEnd(ctx, E##Enum, element, ns);                                                              \
   }
 
@@ -88,6 +92,23 @@
     return ims::encodeDocumentContents(ctx, element##Document, record);                                                \
   }                                                                                                                    \
   int QxXmlE_##element##_EndElement(RuntimeContext *ctx, const T *) {                                                  \
+    return ims::encodeDocumentEnd(ctx, element##Document);                                                             \
+  }
+
+// A document whose value is a code.
+#define QX_ENCODE_CODE_DOCUMENT(element)                                                                               \
+  int QxXmlE_##element(RuntimeContext *ctx, uint32_t value) {                                                          \
+    auto code = static_cast<uint16_t>(value);                                                                          \
+    return ims::encodeDocument(ctx, element##Document, &code);                                                         \
+  }                                                                                                                    \
+  int QxXmlE_##element##_StartElement(RuntimeContext *ctx, uint32_t) {                                                 \
+    return ims::encodeDocumentStart(ctx, element##Document, nullptr);                                                  \
+  }                                                                                                                    \
+  int QxXmlE_##element##_Contents(RuntimeContext *ctx, uint32_t value) {                                               \
+    auto code = static_cast<uint16_t>(value);                                                                          \
+    return ims::encodeDocumentContents(ctx, element##Document, &code);                                                 \
+  }                                                                                                                    \
+  int QxXmlE_##element##_EndElement(RuntimeContext *ctx, uint32_t) {                                                   \
     return ims::encodeDocumentEnd(ctx, element##Document);                                                             \
   }
 

@@ -99,8 +99,8 @@ inline bool collects(const RuntimeContext *ctx) {
 // Points the text buffer at what was collected and empties the collection; its bytes stay until the next append.
 inline void viewCollectedText(RuntimeContext *ctx) {
   RtxMemBuf *collected = collectionOf(ctx);
-  const char *data = collected && collected->data ? collected->data + collected->start : nullptr;
-  rtxInitContextBuffer(ctx, data, data ? collected->used - collected->start : 0);
+  const char *data = collected && collected->data ? collected->data + collected->start : "";
+  rtxInitContextBuffer(ctx, data, collected ? collected->used - collected->start : 0);
   rtxMemBufReset(collected);
 }
 

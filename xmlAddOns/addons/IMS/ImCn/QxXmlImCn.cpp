@@ -60,13 +60,14 @@ IMS_DEFINE(tIMS3GPP)
 
 // ---- Documents ------------------------------------------------------------------------------------------------
 
-constexpr SimpleType text = {.kind = Kind::text, .enumeration = nullptr, .collapsed = false};
+constexpr SimpleType textValue = {.kind = Kind::text, .enumeration = nullptr, .collapsed = false};
 
 constexpr DocumentSchema ims_3gppDocument =
     makeDocument({.root = "ims-3gpp", .module = &module, .number = 1, .type = &tIMS3GPPSchema});
-constexpr DocumentSchema typeDocument = makeDocument({.root = "type", .module = &module, .number = 2, .simple = &text});
+constexpr DocumentSchema typeDocument =
+    makeDocument({.root = "type", .module = &module, .number = 2, .simple = &textValue});
 constexpr DocumentSchema actionDocument =
-    makeDocument({.root = "action", .module = &module, .number = 3, .simple = &text});
+    makeDocument({.root = "action", .module = &module, .number = 3, .simple = &textValue});
 
 // ---- Functions ------------------------------------------------------------------------------------------------
 

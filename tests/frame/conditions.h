@@ -3,8 +3,8 @@
 
 #include "RuleSet/QxXmlRuleSetTables.h"
 
-namespace awkward {
+namespace frame {
 
-extern const ims::DocumentSchema cp_conditionsDocument;
+extern const ims::DocumentSchema conditionsDocument;
 
-} // namespace awkward
+} // namespace frame

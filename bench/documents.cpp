@@ -1,7 +1,9 @@
 #include "documents.h"
 
+#include "DebugEvent/QxXmlDebugEventTables.h"
 #include "DialogInfo/QxXmlDialogInfoTables.h"
 #include "FilterSet/QxXmlFilterSetTables.h"
+#include "ImCn/QxXmlImCnTables.h"
 #include "IsComposing/QxXmlIsComposingTables.h"
 #include "PocSettings/QxXmlPocSettingsTables.h"
 #include "RuleSet/QxXmlRuleSetTables.h"
@@ -157,6 +159,43 @@ constexpr std::string_view settings = R"(<?xml version="1.0" encoding="UTF-8"?>
 </poc-settings>
 )";
 
+// An indication that another service stands in.
+constexpr std::string_view alternative = R"(<?xml version="1.0" encoding="UTF-8"?>
+<ims-3gpp version="1">
+  <alternative-service>
+    <type>emergency</type>
+    <reason>emergency calls use the circuit-switched domain</reason>
+    <action>emergency-registration</action>
+  </alternative-service>
+</ims-3gpp>
+)";
+
+// The debug configuration of a user with one session.
+constexpr std::string_view debugInfo = R"(<?xml version="1.0" encoding="UTF-8"?>
+<debuginfo xmlns="urn:ietf:params:xml:ns:debuginfo" version="4" state="full">
+  <debugconfig aor="sip:carla@example.org">
+    <session id="s-20260417">
+      <start-trigger>
+        <from>sip:carla@example.org</from>
+        <to>sip:support@example.org</to>
+        <method>INVITE</method>
+        <time>2026-04-17T09:30:00Z</time>
+        <debug-id>1a00a84f</debug-id>
+      </start-trigger>
+      <stop-trigger>
+        <time-period>PT2H</time-period>
+        <reason>session_end</reason>
+      </stop-trigger>
+      <control>
+        <interface>Gm Mw ISC</interface>
+        <depth>maximum</depth>
+        <debug-id>1a00a84f</debug-id>
+      </control>
+    </session>
+  </debugconfig>
+</debuginfo>
+)";
+
 std::string numbered(std::string_view text, unsigned number) {
   std::string digits = std::to_string(10000 + number % 10000).substr(1);
   std::string result(text);
@@ -199,6 +238,8 @@ const std::vector<Document> &allDocuments() {
       DOCUMENT("d", tns__dialog_info, tns_dialog_info, dialogInfo(1000, ""), 17001),
       DOCUMENT("e", poc_settingsType, poc_settings, settings, 10),
       DOCUMENT("f", FilterSetType, filter_set, filterSet, 15),
+      DOCUMENT("g", tIMS3GPP, ims_3gpp, alternative, 5),
+      DOCUMENT("h", tns__debuginfo, tns_debuginfo, debugInfo, 16),
   };
   return documents;
 }

@@ -64,27 +64,6 @@ int walkStart(Handler *handler, const char *localName, const char *qualifiedName
 template <class Handler> int walkCharacters(Handler *handler, const char *bytes, size_t length);
 template <class Handler> int walkEnd(Handler *handler, const char *localName, const char *qualifiedName);
 
-// A walk, with the trace around it that a context may want. function is the name of the callback.
-template <class Handler, class Walk>
-int inTrace(Handler *handler, const char *function, const char *element, Walk walk) {
-  if (!handler->context->traced) [[likely]]
-    return walk();
-  rtSaxDiagStartFunc(handler, function, element);
-  int status = walk();
-  rtSaxDiagEndFunc(handler, function, element);
-  return status;
-}
-
-// The walks of a traced context. They are not part of each callback, of which there are hundreds.
-template <class Handler>
-int tracedStart(Handler *handler, const char *function, const char *localName, const char *qualifiedName,
-                const char *const *attributes);
-template <class Handler> int tracedCharacters(Handler *handler, const char *function, const char *bytes, size_t length);
-template <class Handler>
-int tracedEnd(Handler *handler, const char *function, const char *localName, const char *qualifiedName);
-
-template <class Handler> bool isTraced(const Handler *handler) { return handler->context->traced; }
-
 // Ends the handlers below this one that a document cut off has left open, with what they had not handed over.
 template <class Handler> void releaseDelegates(Handler *handler);
 

@@ -10,6 +10,8 @@
 #include "rtXmlNamespace.h"
 #include "rtxText.h"
 
+#include <stdio.h>
+
 namespace ims {
 
 namespace {
@@ -56,16 +58,27 @@ int initHandler(RuntimeContext *ctx, const TypeSchema &type, VsaxTypeHandler *ha
 
 namespace {
 
+// A callback of a traced context, with the trace around it. It tells its own name.
+template <class Handler, class Walk>
+[[gnu::cold, gnu::noinline]] int inTrace(Handler *handler, const char *callback, const char *element, Walk walk) {
+  char function[128];
+  snprintf(function, sizeof function, "%s_%s_%s", fillsRecord<Handler> ? "QxSAX" : "QxVSAX", typeOf(handler).name,
+           callback);
+  rtSaxDiagStartFunc(handler, function, element);
+  int status = walk();
+  rtSaxDiagEndFunc(handler, function, element);
+  return status;
+}
+
 // The root's start tag, or one that is handed to a handler by hand.
 template <class Handler>
 [[gnu::noinline]] int startRoot(Handler *handler, const char *localName, const char *const *attributes) {
   return startOwn(handler, localName, attributes);
 }
 
-} // namespace
-
 template <class Handler>
-int walkStart(Handler *handler, const char *localName, const char *qualifiedName, const char *const *attributes) {
+inline int takeStart(Handler *handler, const char *localName, const char *qualifiedName,
+                     const char *const *attributes) {
   Handler *last = takerOf(handler);
   int32_t before = last->level;
   int status = STATUS_OK;
@@ -83,7 +96,7 @@ int walkStart(Handler *handler, const char *localName, const char *qualifiedName
   return status;
 }
 
-template <class Handler> int walkCharacters(Handler *handler, const char *bytes, size_t length) {
+template <class Handler> inline int takeCharacters(Handler *handler, const char *bytes, size_t length) {
   if (!collects(handler->context)) return STATUS_OK;
   Handler *last = takerOf(handler);
   int32_t textLevel = typeOf(last).content == Content::text ? 1 : 2;
@@ -91,7 +104,7 @@ template <class Handler> int walkCharacters(Handler *handler, const char *bytes,
   return last->delegate ? last->delegate->characters(last->delegate, bytes, length) : collect(last, bytes, length);
 }
 
-template <class Handler> int walkEnd(Handler *handler, const char *localName, const char *qualifiedName) {
+template <class Handler> inline int takeEnd(Handler *handler, const char *localName, const char *qualifiedName) {
   const bool chained = !handler->context->traced;
   Handler *last = handler;
   Handler *owner = nullptr;
@@ -114,21 +127,28 @@ template <class Handler> int walkEnd(Handler *handler, const char *localName, co
   return status;
 }
 
-template <class Handler>
-int tracedStart(Handler *handler, const char *function, const char *localName, const char *qualifiedName,
-                const char *const *attributes) {
-  return inTrace(handler, function, localName,
-                 [=] { return walkStart(handler, localName, qualifiedName, attributes); });
-}
+} // namespace
 
 template <class Handler>
-int tracedCharacters(Handler *handler, const char *function, const char *bytes, size_t length) {
-  return inTrace(handler, function, nullptr, [=] { return walkCharacters(handler, bytes, length); });
+int walkStart(Handler *handler, const char *localName, const char *qualifiedName, const char *const *attributes) {
+  auto take = [=] { return takeStart(handler, localName, qualifiedName, attributes); };
+  if (handler->context->traced) [[unlikely]]
+    return inTrace(handler, "startElement", localName, take);
+  return take();
 }
 
-template <class Handler>
-int tracedEnd(Handler *handler, const char *function, const char *localName, const char *qualifiedName) {
-  return inTrace(handler, function, localName, [=] { return walkEnd(handler, localName, qualifiedName); });
+template <class Handler> int walkCharacters(Handler *handler, const char *bytes, size_t length) {
+  auto take = [=] { return takeCharacters(handler, bytes, length); };
+  if (handler->context->traced) [[unlikely]]
+    return inTrace(handler, "characters", nullptr, take);
+  return take();
+}
+
+template <class Handler> int walkEnd(Handler *handler, const char *localName, const char *qualifiedName) {
+  auto take = [=] { return takeEnd(handler, localName, qualifiedName); };
+  if (handler->context->traced) [[unlikely]]
+    return inTrace(handler, "endElement", localName, take);
+  return take();
 }
 
 template <class Handler> void releaseDelegates(Handler *handler) {
@@ -147,12 +167,6 @@ template int walkCharacters(SaxTypeHandler *, const char *, size_t);
 template int walkCharacters(VsaxTypeHandler *, const char *, size_t);
 template int walkEnd(SaxTypeHandler *, const char *, const char *);
 template int walkEnd(VsaxTypeHandler *, const char *, const char *);
-template int tracedStart(SaxTypeHandler *, const char *, const char *, const char *, const char *const *);
-template int tracedStart(VsaxTypeHandler *, const char *, const char *, const char *, const char *const *);
-template int tracedCharacters(SaxTypeHandler *, const char *, const char *, size_t);
-template int tracedCharacters(VsaxTypeHandler *, const char *, const char *, size_t);
-template int tracedEnd(SaxTypeHandler *, const char *, const char *, const char *);
-template int tracedEnd(VsaxTypeHandler *, const char *, const char *, const char *);
 template void releaseDelegates(SaxTypeHandler *);
 template void releaseDelegates(VsaxTypeHandler *);
 

@@ -125,19 +125,13 @@
 #define QX_HANDLER_CALLBACKS(prefix, T, Handler)                                                                       \
   int prefix##_##T##_startElement(void *handler, const char *localName, const char *qualifiedName,                     \
                                   const char *const *attributes) {                                                     \
-    auto *own = static_cast<Handler *>(handler);                                                                       \
-    return ims::isTraced(own) ? ims::tracedStart(own, __func__, localName, qualifiedName, attributes)                  \
-                              : ims::walkStart(own, localName, qualifiedName, attributes);                             \
+    return ims::walkStart(static_cast<Handler *>(handler), localName, qualifiedName, attributes);                      \
   }                                                                                                                    \
   int prefix##_##T##_characters(void *handler, const char *bytes, size_t length) {                                     \
-    auto *own = static_cast<Handler *>(handler);                                                                       \
-    return ims::isTraced(own) ? ims::tracedCharacters(own, __func__, bytes, length)                                    \
-                              : ims::walkCharacters(own, bytes, length);                                               \
+    return ims::walkCharacters(static_cast<Handler *>(handler), bytes, length);                                        \
   }                                                                                                                    \
   int prefix##_##T##_endElement(void *handler, const char *localName, const char *qualifiedName) {                     \
-    auto *own = static_cast<Handler *>(handler);                                                                       \
-    return ims::isTraced(own) ? ims::tracedEnd(own, __func__, localName, qualifiedName)                                \
-                              : ims::walkEnd(own, localName, qualifiedName);                                           \
+    return ims::walkEnd(static_cast<Handler *>(handler), localName, qualifiedName);                                    \
   }
 
 #define QX_SAX_HANDLER(T)                                                                                              \

@@ -18,6 +18,10 @@ if(IMSCODEC_SANITIZE)
   add_link_options(-fsanitize=${IMSCODEC_SANITIZE})
 endif()
 
+if(IMSCODEC_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 add_library(imscodec-warnings INTERFACE)
 target_compile_options(
   imscodec-warnings

@@ -79,11 +79,14 @@ typedef struct RuntimeOptions {
   void (*release)(void *user, void *block);
   void *allocatorUser;
 
-  size_t heapLimit;    /* bytes of records and scratch alive at once; default 32 MiB */
-  size_t inputLimit;   /* bytes of one document; default 16 MiB */
-  uint32_t depthLimit; /* open elements at once; default and greatest 256 */
-  uint32_t errorLimit; /* errors that one reader lets the codec record; default 100, 0 records none */
-  uint32_t errorsKept; /* records kept of one context beside the last one; default 100 */
+  size_t heapLimit;        /* bytes of records and scratch alive at once; default 32 MiB */
+  size_t inputLimit;       /* bytes of one document; default 16 MiB */
+  uint32_t depthLimit;     /* open elements at once; default and greatest 256 */
+  uint32_t attributeLimit; /* attributes of one start tag, declarations included; default and greatest 128 */
+  size_t tagLimit;         /* bytes of one start tag; default 4 MiB, never below 2 KiB */
+  size_t textLimit;        /* bytes of text directly inside one element; default 16 MiB */
+  uint32_t errorLimit;     /* errors that one reader lets the codec record; default 100, 0 records none */
+  uint32_t errorsKept;     /* records kept of one context beside the last one; default 100 */
 
   /* Called at the entry (enter true) and exit of every handler callback. Null: no trace. */
   void (*trace)(void *user, bool enter, const char *function, const char *element);

@@ -20,6 +20,8 @@ enum ContextLine : int {
 
 constexpr size_t defaultHeapLimit = size_t{32} << 20;
 constexpr size_t defaultInputLimit = size_t{16} << 20;
+constexpr size_t defaultTagLimit = size_t{4} << 20;
+constexpr size_t defaultTextLimit = size_t{16} << 20;
 constexpr uint32_t defaultErrors = 100;
 constexpr size_t firstOutputSize = 1024;
 constexpr size_t inputStep = 1024;
@@ -100,6 +102,9 @@ void rtxOptionsInit(RuntimeOptions *options) {
   options->heapLimit = rt::defaultHeapLimit;
   options->inputLimit = rt::defaultInputLimit;
   options->depthLimit = rt::deepest;
+  options->attributeLimit = rt::mostAttributes;
+  options->tagLimit = rt::defaultTagLimit;
+  options->textLimit = rt::defaultTextLimit;
   options->errorLimit = rt::defaultErrors;
   options->errorsKept = rt::defaultErrors;
 }

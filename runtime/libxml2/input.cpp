@@ -285,7 +285,7 @@ const char *findSurplusAttribute(const char *tag, const char *&end, uint32_t lim
   return nullptr;
 }
 
-const char *searchTags(const char *text, const char *end, uint32_t limit) {
+LongTag searchTags(const char *text, const char *end, uint32_t attributeLimit, size_t tagLimit) {
   const char *at = text;
   while ((at = static_cast<const char *>(memchr(at, '<', static_cast<size_t>(end - at)))) != nullptr) {
     const Text markup = {at, static_cast<size_t>(end - at)};
@@ -297,23 +297,25 @@ const char *searchTags(const char *text, const char *end, uint32_t limit) {
       at = skipTo(at + 2, end, "?>");
     } else {
       const char *tagEnd = end;
-      const char *surplus = findSurplusAttribute(at + 1, tagEnd, limit);
-      if (surplus != nullptr) return surplus;
+      const char *surplus = findSurplusAttribute(at + 1, tagEnd, attributeLimit);
+      if (surplus != nullptr) return {.surplus = surplus};
+      if (static_cast<size_t>(tagEnd - at) > tagLimit) return {.tooLong = at};
       at = tagEnd;
     }
   }
-  return nullptr;
+  return {};
 }
 
 } // namespace
 
 // A tag holds no other "<". So one that is longer than two strides leaves a whole stride without any.
-const char *findCrowdedTag(Text text, uint32_t limit) {
+LongTag findLongTag(Text text, uint32_t attributeLimit, size_t tagLimit) {
   constexpr size_t stride = 1024;
   for (size_t at = 0; text.length - at >= stride; at += stride) {
-    if (memchr(text.bytes + at, '<', stride) == nullptr) return searchTags(text.bytes, text.bytes + text.length, limit);
+    if (memchr(text.bytes + at, '<', stride) == nullptr)
+      return searchTags(text.bytes, text.bytes + text.length, attributeLimit, tagLimit);
   }
-  return nullptr;
+  return {};
 }
 
 } // namespace rt

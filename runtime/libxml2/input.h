@@ -47,8 +47,13 @@ enum class Transcoding {
 
 Transcoding transcode(Heap &heap, const Encoding &encoding, Text document, size_t limit, InputText &text);
 
-// The name of the limit-th attribute (counted from 0) of the first start tag with more than limit attributes, null if
-// there is none. Tags of less than two kilobytes are not looked at. text is in UTF-8.
-const char *findCrowdedTag(Text text, uint32_t limit);
+// What is wrong with the first start tag that has more than attributeLimit attributes or more than tagLimit bytes: the
+// name of the first attribute too many, or the tag itself. Tags of less than two kilobytes are not looked at. text is
+// in UTF-8.
+struct LongTag {
+  const char *surplus = nullptr;
+  const char *tooLong = nullptr;
+};
+LongTag findLongTag(Text text, uint32_t attributeLimit, size_t tagLimit);
 
 } // namespace rt

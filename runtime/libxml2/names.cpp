@@ -54,7 +54,7 @@ ExpandedName expand(const NamespaceStack &namespaces, const NameParts &parts) {
 // Two names that differ as written can still be equal by namespace.
 AttributeCheck findDuplicate(const NamespaceStack &namespaces, NameCache &names, const char *const *attributes,
                              size_t &comparisons) {
-  ExpandedName seen[attributeLimit];
+  ExpandedName seen[mostAttributes];
   uint32_t count = 0;
   for (uint32_t i = 0; attributes[2 * i] != nullptr; i++) {
     const NameParts &parts = names.partsOf(attributes[2 * i]);
@@ -63,7 +63,8 @@ AttributeCheck findDuplicate(const NamespaceStack &namespaces, NameCache &names,
     for (uint32_t k = 0; k < count; k++) {
       if (seen[k].hash != name.hash) continue;
       const size_t cost = 1 + (name.local.length + name.uri.length) / 16;
-      if (cost > comparisons) return {STATUS_LIMIT_EXCEEDED, i, "comparisons of attributes by namespace"};
+      if (cost > comparisons)
+        return {STATUS_LIMIT_EXCEEDED, i, "comparisons of attributes by namespace", comparisonLimit};
       comparisons -= cost;
       if (seen[k] == name) return {STATUS_PARSE_FAILED, i, "two attributes of the same namespace and name"};
     }
@@ -90,10 +91,10 @@ NameParts splitName(const char *name) {
 }
 
 AttributeCheck bindDeclarations(Heap &heap, NamespaceStack &namespaces, NameCache &names, const char *const *attributes,
-                                size_t &comparisons) {
+                                uint32_t attributeLimit, size_t &comparisons) {
   uint32_t prefixed = 0;
   for (uint32_t i = 0; attributes[2 * i] != nullptr; i++) {
-    if (i == attributeLimit) return {STATUS_LIMIT_EXCEEDED, i, attributeLimitName};
+    if (i == attributeLimit) return {STATUS_LIMIT_EXCEEDED, i, "attributeLimit", attributeLimit};
     const NameParts &parts = names.partsOf(attributes[2 * i]);
     if (parts.kind == NameKind::plain) continue;
     if (parts.kind == NameKind::malformed) return {STATUS_PARSE_FAILED, i, "misplaced colon in an attribute's name"};

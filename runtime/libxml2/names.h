@@ -58,9 +58,8 @@ private:
   Slot slots[slotCount];
 };
 
-// More attributes in one start tag are refused: the parser compares each with all others.
-inline constexpr uint32_t attributeLimit = 128;
-inline constexpr char attributeLimitName[] = "attributes of an element";
+// No start tag may have more attributes: the parser compares each with all others.
+inline constexpr uint32_t mostAttributes = 128;
 
 // Of names in one document that only their namespaces tell apart. What needs more is no message but an attack.
 inline constexpr size_t comparisonLimit = size_t{1} << 20;
@@ -71,8 +70,9 @@ struct AttributeCheck {
   int status = 0;               // or STATUS_PARSE_FAILED, STATUS_LIMIT_EXCEEDED, STATUS_NO_MEMORY
   uint32_t index = 0;           // of the attribute that is wrong
   const char *reason = nullptr; // or the limit
+  size_t limit = 0;
 };
 AttributeCheck bindDeclarations(Heap &heap, NamespaceStack &namespaces, NameCache &names, const char *const *attributes,
-                                size_t &comparisons);
+                                uint32_t attributeLimit, size_t &comparisons);
 
 } // namespace rt

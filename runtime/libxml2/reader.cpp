@@ -134,6 +134,11 @@ void onError(void *user, xmlErrorPtr error) {
   xmlStopParser(reader.parser);
 }
 
+[[gnu::cold, gnu::noinline]] void refuseText(RtSaxReader &reader) {
+  recordLimit(reader, "textLimit", reader.textLimit, reader.current->text);
+  xmlStopParser(reader.parser);
+}
+
 [[gnu::cold, gnu::noinline]] void refuseName(RtSaxReader &reader, NameKind kind) {
   recordReason(reader,
                kind == NameKind::malformed ? "misplaced colon in an element's name"
@@ -147,15 +152,15 @@ void onError(void *user, xmlErrorPtr error) {
   if (check.status == STATUS_PARSE_FAILED)
     recordReason(reader, check.reason, at, lineNamespaces);
   else if (check.status == STATUS_LIMIT_EXCEEDED)
-    recordLimit(reader, check.reason, check.reason == attributeLimitName ? attributeLimit : comparisonLimit, at);
+    recordLimit(reader, check.reason, check.limit, at);
   else
     record(reader, check.status, at, lineStorage);
   xmlStopParser(reader.parser);
 }
 
 [[gnu::noinline]] bool takeAttributes(RtSaxReader &reader, const char *const *attributes) {
-  const AttributeCheck check =
-      bindDeclarations(reader.internals.heap, reader.namespaces, reader.names, attributes, reader.comparisons);
+  const AttributeCheck check = bindDeclarations(reader.internals.heap, reader.namespaces, reader.names, attributes,
+                                                reader.attributeLimit, reader.comparisons);
   if (check.status == 0) return true;
   refuseAttribute(reader, check);
   return false;
@@ -173,6 +178,7 @@ void onError(void *user, xmlErrorPtr error) {
   element.localName = parts.local;
   element.tagEnd = position(reader);
   element.text = nullptr;
+  element.textLength = 0;
   element.outside = reader.namespaces.mark();
   if (parts.kind >= NameKind::prefixDeclaration) [[unlikely]] {
     refuseName(reader, parts.kind);
@@ -252,6 +258,9 @@ void onCharacters(void *user, const xmlChar *bytes, int count) {
     element.text = inside ? text : position(reader);
     element.pieceLength = inside ? 0 : length;
   }
+  element.textLength += length;
+  if (element.textLength > reader.textLimit) [[unlikely]]
+    return refuseText(reader);
   reader.event = Event::text;
   reader.characters(reader.handler, text, length);
   if (reader.skipAsked) [[unlikely]]
@@ -409,8 +418,10 @@ void readDocument(RtSaxReader &reader) {
   if (reader.status != 0) return;
   const Text label = contradictingLabel(encoding, {reader.base, reader.length});
   if (!label.empty()) return recordEncoding(reader, label, " contradicts how the document begins", label.bytes);
-  const char *surplus = findCrowdedTag({reader.base, reader.length}, attributeLimit);
-  if (surplus != nullptr) return recordLimit(reader, attributeLimitName, attributeLimit, surplus);
+  const size_t tagLimit = reader.internals.options.tagLimit;
+  const LongTag tag = findLongTag({reader.base, reader.length}, reader.attributeLimit, tagLimit);
+  if (tag.surplus != nullptr) return recordLimit(reader, "attributeLimit", reader.attributeLimit, tag.surplus);
+  if (tag.tooLong != nullptr) return recordLimit(reader, "tagLimit", tagLimit, tag.tooLong);
   runParser(reader, reader.transcoded ? 0 : encoding.skip);
 }
 
@@ -459,6 +470,9 @@ RtSaxReader *rtSaxCCreateXmlReader(RuntimeContext *ctx, void *handler, RtSaxStar
   reader->errorLimit = internals.options.errorLimit;
   reader->errorCount = 0;
   const uint32_t depth = internals.options.depthLimit;
+  const uint32_t attributes = internals.options.attributeLimit;
+  reader->attributeLimit = attributes < rt::mostAttributes ? attributes : rt::mostAttributes;
+  reader->textLimit = internals.options.textLimit;
   reader->deepestAllowed = reader->elements + (depth < rt::deepest ? depth : rt::deepest);
   ctx->state = XMLSTATE_INITIAL;
   rtxMemBufReset(&internals.readerInfo.text);

@@ -40,6 +40,7 @@ struct OpenElement {
   const char *tagEnd; // the ">" or "/>" of its start tag
   const char *text;   // null: no text yet. First byte of its text if pieceLength is 0, else behind the first piece,
   size_t pieceLength; // which is this long and lies outside the input
+  size_t textLength;  // of all its text so far
   NamespaceStack::Mark outside; // bindings without its own
 };
 
@@ -107,7 +108,9 @@ struct RtSaxReader {
   const char *faultAt = nullptr;
   rt::LineCount lines;
   const char *const *attributes = nullptr; // of the start tag
-  size_t comparisons = 0;                  // left of comparisonLimit
+  uint32_t attributeLimit = 0;
+  size_t textLimit = 0;
+  size_t comparisons = 0; // left of comparisonLimit
 
   rt::OpenElement elements[rt::deepest + 1]; // the first stands for the document and has no name
 };

@@ -1,6 +1,7 @@
 #include "encodeState.h"
 #include "escape.h"
 #include "internals.h"
+#include "plainCopy.h"
 #include "rtxMemory.h"
 #include "usable.h"
 
@@ -553,10 +554,6 @@ inline bool mayBegin(const RuntimeContext *ctx) {
   return internals.bufferIsOutput && !internals.encode.rootPending && mayClose(ctx);
 }
 
-inline Escape escapeHere(const RuntimeContext *ctx) {
-  return ctx->state == XMLSTATE_IN_ATTRIBUTES ? Escape::Attribute : Escape::Text;
-}
-
 inline bool hasRoom(const RtxTextBuffer &buffer, size_t count) { return buffer.size - buffer.byteIndex >= count; }
 
 using TagStart = NamespaceStack::TagStart;
@@ -649,7 +646,7 @@ inline bool writePlainElement(RuntimeContext *ctx, Text text, const char *localN
   if (to == nullptr) return giveUp(ctx);
   const size_t nameLength = static_cast<size_t>(to - start) - 1;
   *to++ = '>';
-  if (copyPlain(to, text.bytes, text.length, escapeHere(ctx)) != text.length) return giveUp(ctx);
+  if (!copyIfPlain(to, text.bytes, text.length)) return giveUp(ctx);
   to += text.length;
   *to++ = '<';
   *to++ = '/';
@@ -668,7 +665,7 @@ inline bool writePlainContent(RuntimeContext *ctx, Text text) {
   if (!hasRoom(ctx->buffer, text.length + 1)) return false;
   char *to = ctx->buffer.data + ctx->buffer.byteIndex;
   if (!inTag) to = closeTag(ctx, to);
-  if (copyPlain(to, text.bytes, text.length, escapeHere(ctx)) != text.length) return giveUp(ctx);
+  if (!copyIfPlain(to, text.bytes, text.length)) return giveUp(ctx);
   wroteTo(ctx, to + text.length, inTag);
   return true;
 }
@@ -691,7 +688,7 @@ inline bool writePlainAttribute(RuntimeContext *ctx, Text name, Text value) {
   to += name.length;
   *to++ = '=';
   *to++ = '"';
-  if (copyPlain(to, value.bytes, value.length, Escape::AttributeBytes) != value.length) return giveUp(ctx);
+  if (!copyIfPlain(to, value.bytes, value.length)) return giveUp(ctx);
   to += value.length;
   *to++ = '"';
   tag.attributes |= bit;

@@ -73,9 +73,12 @@ inline int encodeText(RuntimeContext *ctx, const TypeSchema &type, const Field &
 // Room for the name of a qualified attribute. A prefix that does not fit is a lack of room like any other.
 constexpr size_t attributeNameSize = 256;
 
-// Writes an attribute's opening up to its quote, the enumeration's text and the closing quote.
+// Writes an attribute's opening up to its quote, the enumeration's text and the closing quote: at once, or step by step
+// for the step that fails to be known.
 int encodeEnumAttribute(RuntimeContext *ctx, const TypeSchema &type, const Field &field, uint16_t code,
                         const char *name, size_t length) {
+  const char *text = enumText(*field.enumeration, code);
+  if (rtXmlEncUTF8Attr2(ctx, name, length, text, rtxUTF8LenBytes(text)) == 0) return STATUS_OK;
   if (rtxCheckBuffer(ctx, length + 3) != 0) return fail(ctx, STATUS_BUFFER_OVERFLOW, type, field, step::openRoom);
   char *out = ctx->buffer.data + ctx->buffer.byteIndex;
   *out++ = ' ';

@@ -87,9 +87,8 @@ namespace {
 
 int rtxCheckBuffer(RuntimeContext *ctx, size_t count) {
   if (!rt::usable(ctx) || !ctx->internals->bufferIsOutput) return STATUS_BUFFER_OVERFLOW;
-  const RtxTextBuffer &buffer = ctx->buffer;
-  const bool fits = buffer.byteIndex <= buffer.size && count <= buffer.size - buffer.byteIndex;
-  return fits ? 0 : makeRoom(ctx, count);
+  const size_t needed = ctx->buffer.byteIndex + count;
+  return needed >= count && needed <= ctx->buffer.size ? 0 : makeRoom(ctx, count);
 }
 
 int rtxInitContextBuffer(RuntimeContext *ctx, const char *bytes, size_t length) {

@@ -27,8 +27,28 @@ size_t utf8Sequence(const char *text, size_t length) {
   return 4;
 }
 
+namespace {
+
+constexpr size_t highBits = ~size_t{0} / 0xFF * 0x80;
+
+// Reads words, the last of which may overlap the one before. What is shorter is left to others.
+bool isLongAscii(const char *text, size_t length) {
+  size_t word;
+  if (length < sizeof word) return false;
+  const char *const last = text + length - sizeof word;
+  size_t all;
+  memcpy(&all, last, sizeof all);
+  for (; text < last; text += sizeof word) {
+    memcpy(&word, text, sizeof word);
+    all |= word;
+  }
+  return (all & highBits) == 0;
+}
+
+} // namespace
+
 bool validUtf8(const char *text, size_t length) {
-  constexpr size_t highBits = ~size_t{0} / 0xFF * 0x80;
+  if (isLongAscii(text, length)) return true;
   const char *const end = text + length;
   while (text != end) {
     size_t word;

@@ -85,7 +85,10 @@ void Heap::destroy() {
   room = 0;
 }
 
-RtxHeapStats Heap::stats() const { return {blocks, used, peakUsed, reserved, system.callsMade()}; }
+RtxHeapStats Heap::stats() {
+  notePeak();
+  return {blocks, used, peakUsed, reserved, system.callsMade()};
+}
 
 // ---- Storage from the system ----------------------------------------------------------------------------------
 
@@ -205,6 +208,7 @@ void Heap::release(void *block) {
   if (header == largeHeader) return releaseLarge(block);
   const size_t size = header & ((uint32_t{1} << classShift) - 1);
   size_t sizeClass = header >> classShift;
+  notePeak();
   used -= size;
   --blocks;
   poison(block, size);
@@ -225,6 +229,7 @@ void Heap::release(void *block) {
 
 void Heap::releaseLarge(void *payload) {
   auto *block = reinterpret_cast<LargeBlock *>(static_cast<char *>(payload) - largeOffset);
+  notePeak();
   used -= block->size;
   --blocks;
   if (block->next != nullptr) block->next->prev = block->prev;

@@ -49,7 +49,7 @@ public:
   const SystemAllocator &systemAllocator() const { return system; }
 
   size_t available() const { return limit - used; } // what the limit still allows blocks to ask for
-  RtxHeapStats stats() const;
+  RtxHeapStats stats();
 
 private:
   struct Page {
@@ -101,8 +101,11 @@ private:
   void *countAlive(void *block, size_t size) {
     ++blocks;
     used += size;
-    if (used > peakUsed) peakUsed = used;
     return block;
+  }
+  // Before used goes down, and before anyone looks at the peak.
+  void notePeak() {
+    if (used > peakUsed) peakUsed = used;
   }
 
   char *cursor = nullptr; // where the next block's header goes

@@ -297,6 +297,8 @@ int NamespaceStack::findTableIndex(const Binding &binding) const {
   return index;
 }
 
+int NamespaceStack::findTableIndex(const char *prefix) const { return tableIndexOf(find(prefix, lengthOf(prefix))); }
+
 int NamespaceStack::tableEntry(const char *uri) const {
   for (uint32_t i = 0; i < tableCount; i++) {
     if (table[i] == uri) return static_cast<int>(i);
@@ -456,8 +458,7 @@ int rtXmlNSAddPrefixLink(RuntimeContext *ctx, const char *prefix, const char *ur
 
 int rtXmlNSGetIndex(RuntimeContext *ctx, const char *prefix) {
   if (!rt::usable(ctx)) return RTXML_NS_NONE;
-  const NamespaceStack &namespaces = ctx->internals->namespaces;
-  return namespaces.tableIndexOf(namespaces.find(prefix, rt::lengthOf(prefix)));
+  return ctx->internals->namespaces.tableIndexOf(prefix);
 }
 
 const char *rtXmlNSGetPrefix(RuntimeContext *ctx, const char *uri) {

@@ -102,6 +102,14 @@ public:
     if (binding == nullptr) return RTXML_NS_NONE;
     return binding->tableEpoch == tableEpoch ? binding->tableIndex : findTableIndex(*binding);
   }
+  // The same for what a prefix is bound to; null: the default namespace, for which every element asks.
+  int tableIndexOf(const char *prefix) const {
+    if (prefix == nullptr && newestDefault > hidden.bindings) [[likely]] {
+      const Binding &binding = bindings[newestDefault - 1];
+      if (binding.tableEpoch == tableEpoch) return binding.tableIndex;
+    }
+    return findTableIndex(prefix);
+  }
   // Position of the entry that is this very pointer, or -1.
   int tableEntry(const char *uri) const;
 
@@ -154,6 +162,7 @@ private:
   [[gnu::noinline]] const Binding *findAnywhere(const char *prefix, size_t prefixLength) const;
   const Binding *searchUri(const char *uri, bool prefixedOnly);
   [[gnu::cold, gnu::noinline]] int findTableIndex(const Binding &binding) const;
+  [[gnu::noinline]] int findTableIndex(const char *prefix) const;
   bool isVisible(const Binding &binding) const;
   template <class Matches> const Binding *newestVisible(Matches matches, bool prefixedOnly) const;
   uint32_t newestDeclared(const Binding &like) const;

@@ -646,7 +646,7 @@ inline bool writePlainElement(RuntimeContext *ctx, Text text, const char *localN
   if (to == nullptr) return giveUp(ctx);
   const size_t nameLength = static_cast<size_t>(to - start) - 1;
   *to++ = '>';
-  if (!copyIfPlain(to, text.bytes, text.length)) return giveUp(ctx);
+  if (!copyIf<PlainInMarkup>(to, text.bytes, text.length)) return giveUp(ctx);
   to += text.length;
   *to++ = '<';
   *to++ = '/';
@@ -665,7 +665,7 @@ inline bool writePlainContent(RuntimeContext *ctx, Text text) {
   if (!hasRoom(ctx->buffer, text.length + 1)) return false;
   char *to = ctx->buffer.data + ctx->buffer.byteIndex;
   if (!inTag) to = closeTag(ctx, to);
-  if (!copyIfPlain(to, text.bytes, text.length)) return giveUp(ctx);
+  if (!copyIf<PlainInMarkup>(to, text.bytes, text.length)) return giveUp(ctx);
   wroteTo(ctx, to + text.length, inTag);
   return true;
 }
@@ -688,7 +688,7 @@ inline bool writePlainAttribute(RuntimeContext *ctx, Text name, Text value) {
   to += name.length;
   *to++ = '=';
   *to++ = '"';
-  if (!copyIfPlain(to, value.bytes, value.length)) return giveUp(ctx);
+  if (!copyIf<PlainInMarkup>(to, value.bytes, value.length)) return giveUp(ctx);
   to += value.length;
   *to++ = '"';
   tag.attributes |= bit;

@@ -158,8 +158,10 @@ template <class Word> bool copyAsciiWord(char *to, const char *text) {
   return true;
 }
 
-// Any text, by characters and the words between them.
-[[gnu::noinline]] bool copyMixedText(char *to, const char *text, size_t length) {
+} // namespace
+
+// By characters and the words between them.
+bool copyAnyXmlText(char *to, const char *text, size_t length) {
   const char *const end = text + length;
   while (text != end) {
     const size_t left = static_cast<size_t>(end - text);
@@ -178,27 +180,6 @@ template <class Word> bool copyAsciiWord(char *to, const char *text) {
     }
   }
   return true;
-}
-
-// Copies a text that is not shorter than a word as words, the last of which may overlap the one before.
-template <class Word> bool copyXmlWords(char *to, const char *text, size_t length) {
-  const char *const end = text + length;
-  const char *const last = end - sizeof(Word);
-  for (; text < last; text += sizeof(Word), to += sizeof(Word)) {
-    if (!copyAsciiWord<Word>(to, text)) [[unlikely]]
-      return copyMixedText(to, text, static_cast<size_t>(end - text));
-  }
-  if (copyAsciiWord<Word>(to - (text - last), last)) [[likely]]
-    return true;
-  return copyMixedText(to, text, static_cast<size_t>(end - text));
-}
-
-} // namespace
-
-bool copyXmlText(char *to, const char *text, size_t length) {
-  if (length >= sizeof(uintptr_t)) return copyXmlWords<uintptr_t>(to, text, length);
-  if (length >= sizeof(uint32_t)) return copyXmlWords<uint32_t>(to, text, length);
-  return copyMixedText(to, text, length);
 }
 
 bool isXmlText(const char *text, size_t length) {

@@ -2,6 +2,7 @@
 #include "Engines.h"
 #include "Handler.h"
 #include "Start.h"
+#include "Trace.h"
 #include "rtXmlNamespace.h"
 #include "rtxText.h"
 
@@ -104,17 +105,15 @@ void *newItem(RuntimeContext *ctx, size_t size) {
 
 void *newRecord(RuntimeContext *ctx, const TypeSchema &type) {
   void *record = newItem(ctx, type.size);
-  if (record && has(type, hasDefaults)) initRecord(ctx, type, record); // the rest of it is zero already
+  if (record && has(type, hasDefaults)) clearRecord(type, record); // the rest of it is zero already
   return record;
 }
 
-// A delegate that did not take its start tag is gone at once.
-template <class Handler> void dropDelegate(Handler *handler) {
-  RtSaxHandler *delegate = handler->delegate;
-  if (delegate->delegateStorage) rtxMemHeapFreePtr(handler->context, delegate->delegateStorage);
-  delegate->delegateStorage = nullptr;
-  handler->delegate = nullptr;
-}
+// A record that a child fills, by a handler of its own.
+struct Nested {
+  const TypeSchema *type; // null: none
+  void *record;           // null: for a handler that only checks
+};
 
 // Hands a child to a handler of its type.
 template <class Handler>
@@ -179,7 +178,7 @@ int startForeignItem(SaxTypeHandler *handler, const Field &field, RtxList &list,
   return delegateForeign(handler, entry, tag);
 }
 
-int startRecordItem(SaxTypeHandler *handler, const Field &field, const StartTag &tag) {
+int startRecordItem(SaxTypeHandler *handler, const Field &field, Nested &nested) {
   RuntimeContext *ctx = handler->context;
   void *item = newRecord(ctx, *field.type);
   if (!item) return skipForStorage(handler);
@@ -187,7 +186,8 @@ int startRecordItem(SaxTypeHandler *handler, const Field &field, const StartTag 
     rtxMemHeapFreePtr(ctx, item);
     return skipForStorage(handler);
   }
-  return delegateRecord(handler, *field.type, item, tag);
+  nested = {field.type, item};
+  return STATUS_OK;
 }
 
 void markPresent(SaxTypeHandler *handler, const Field &field) {
@@ -199,12 +199,14 @@ void markPresent(SaxTypeHandler *handler, const Field &field) {
 }
 
 // Starts the alternative that this child is, in a choice that is ready for it.
-int startAlternative(SaxTypeHandler *handler, void *choice, const Field &alternative, const StartTag &tag) {
+int startAlternative(SaxTypeHandler *handler, void *choice, const Field &alternative, const StartTag &tag,
+                     Nested &nested) {
   switch (alternative.kind) {
   case Kind::record: {
     void *target = static_cast<char *>(choice) + alternative.offset;
-    initRecord(handler->context, *alternative.type, target);
-    return delegateRecord(handler, *alternative.type, target, tag);
+    clearRecord(*alternative.type, target);
+    nested = {alternative.type, target};
+    return STATUS_OK;
   }
   case Kind::foreign: return delegateForeign(handler, &memberAt<RtxXmlString>(choice, alternative), tag);
   case Kind::foreignList: return startForeignItem(handler, alternative, listAt(choice, alternative), tag);
@@ -230,23 +232,24 @@ void *choiceFor(SaxTypeHandler *handler, const Field &field, uint16_t selector) 
   return item;
 }
 
-// Fills the record with an accepted child.
-int startField(SaxTypeHandler *handler, const Field &field, const StartTag &tag) {
+// Fills the record with an accepted child. A record among its parts is left to the caller, in nested.
+int startField(SaxTypeHandler *handler, const Field &field, const StartTag &tag, Nested &nested) {
   void *member = static_cast<char *>(handler->record) + field.offset;
   auto selector = static_cast<uint16_t>(handler->elementId - field.id + 1);
   switch (field.kind) {
   case Kind::record:
     markPresent(handler, field);
-    initRecord(handler->context, *field.type, member);
-    return delegateRecord(handler, *field.type, member, tag);
-  case Kind::recordList: return startRecordItem(handler, field, tag);
+    clearRecord(*field.type, member);
+    nested = {field.type, member};
+    return STATUS_OK;
+  case Kind::recordList: return startRecordItem(handler, field, nested);
   case Kind::choice:
     selectorOf(member) = selector;
-    return startAlternative(handler, member, field.type->fields[selector - 1], tag);
+    return startAlternative(handler, member, field.type->fields[selector - 1], tag, nested);
   case Kind::choiceList: {
     void *choice = choiceFor(handler, field, selector);
     if (!choice) return skipForStorage(handler);
-    return startAlternative(handler, choice, field.type->fields[selector - 1], tag);
+    return startAlternative(handler, choice, field.type->fields[selector - 1], tag, nested);
   }
   case Kind::foreign:
     markPresent(handler, field);
@@ -261,21 +264,21 @@ int startField(SaxTypeHandler *handler, const Field &field, const StartTag &tag)
 }
 
 // Checks an accepted child: only records have a handler, foreign elements are not looked into.
-int startField(VsaxTypeHandler *handler, const Field &field, const StartTag &tag) {
-  const Field *part = &field;
+int startField(VsaxTypeHandler *handler, const Field &field, const StartTag &, Nested &nested) {
+  const Field *child = &field;
   if (field.kind == Kind::choice || field.kind == Kind::choiceList)
-    part = &field.type->fields[handler->elementId - field.id];
-  if (part->kind == Kind::record || part->kind == Kind::recordList) {
+    child = &field.type->fields[handler->elementId - field.id];
+  if (child->kind == Kind::record || child->kind == Kind::recordList) {
     if (has(field, required)) handler->seenRequired |= field.bit; // of a text its end does
-    return delegateRecord(handler, *part->type, nullptr, tag);
+    nested = {child->type, nullptr};
+    return STATUS_OK;
   }
   handler->hex = {0, 0};
   ++handler->level;
   return STATUS_OK;
 }
 
-} // namespace
-
+// Deals with the start tag of a direct child; the handler's level goes up if the child is accepted.
 template <class Handler>
 int startChild(Handler *handler, const char *localName, const char *qualifiedName, const char *const *attributes) {
   const TypeSchema &type = typeOf(handler);
@@ -295,7 +298,9 @@ int startChild(Handler *handler, const char *localName, const char *qualifiedNam
   default: return refuse(handler, tag);
   }
   handler->field = &type.fields[type.fieldsByElement[handler->elementId]];
-  status = startField(handler, fieldOf(handler), tag);
+  Nested nested = {nullptr, nullptr};
+  status = startField(handler, fieldOf(handler), tag, nested);
+  if (nested.type) status = delegateRecord(handler, *nested.type, nested.record, tag);
   // A child that nobody else looks at must not carry attributes.
   bool accepted = handler->level > 1;
   if (accepted && attributes && attributes[0] && !handler->delegate && type.content != Content::anything) {
@@ -307,6 +312,52 @@ int startChild(Handler *handler, const char *localName, const char *qualifiedNam
   }
   return status;
 }
+
+// Hands a start tag to the delegate, if there is one: whether the tag counts.
+template <class Handler>
+bool forwardStart(Handler *handler, const char *localName, const char *qualifiedName, const char *const *attributes,
+                  int &status) {
+  RtSaxHandler *delegate = handler->delegate;
+  if (!delegate) return true;
+  const Handler *own = ownDelegate(handler);
+  const int32_t before = own ? own->level : 0;
+  status = delegate->startElement(delegate, localName, qualifiedName, attributes);
+  return own ? own->level != before : status == 0;
+}
+
+// The root's start tag, or one that is handed to a handler by hand.
+template <class Handler>
+[[gnu::noinline]] int startRoot(Handler *handler, const char *localName, const char *const *attributes) {
+  return startOwn(handler, localName, attributes);
+}
+
+// A tag counts for the handlers on the way to the last one, unless that refuses it.
+template <class Handler>
+inline int takeStart(Handler *handler, const char *localName, const char *qualifiedName,
+                     const char *const *attributes) {
+  Handler *last = handler;
+  const bool chained = !handler->context->traced;
+  while (Handler *delegate = chained ? ownDelegate(last) : nullptr) {
+    ++last->level;
+    last = delegate;
+  }
+  int32_t before = last->level;
+  int status = STATUS_OK;
+  if (before == 1) {
+    status = startChild(last, localName, qualifiedName, attributes);
+  } else if (before == 0) {
+    status = startRoot(last, localName, attributes);
+  } else if (forwardStart(last, localName, qualifiedName, attributes, status)) {
+    ++last->level;
+  }
+  if (last->level != before) [[likely]]
+    return status;
+  for (Handler *ancestor = handler; ancestor != last; ancestor = ownDelegate(ancestor))
+    --ancestor->level;
+  return status;
+}
+
+} // namespace
 
 void discardPending(SaxTypeHandler *handler) {
   void *item = handler->pendingItem;
@@ -321,26 +372,13 @@ void discardPending(SaxTypeHandler *handler) {
   handler->pendingItem = nullptr;
 }
 
-template <class Handler> void endDelegate(Handler *handler) {
-  RuntimeContext *ctx = handler->context;
-  RtSaxHandler *delegate = handler->delegate;
-  if (delegate->release) delegate->release(ctx, delegate);
-  dropDelegate(handler);
-  if constexpr (fillsRecord<Handler>) {
-    void *item = handler->pendingItem;
-    if (!item) return;
-    const Field &field = fieldOf(handler);
-    if (!rtxDListAppend(ctx, &listAt(handler->record, field), item)) {
-      skipForStorage(handler);
-      discardPending(handler);
-    }
-    handler->pendingItem = nullptr;
-  }
+template <class Handler>
+int walkStart(Handler *handler, const char *localName, const char *qualifiedName, const char *const *attributes) {
+  return inTrace(handler, "startElement", localName,
+                 [=] { return takeStart(handler, localName, qualifiedName, attributes); });
 }
 
-template int startChild(SaxTypeHandler *, const char *, const char *, const char *const *);
-template int startChild(VsaxTypeHandler *, const char *, const char *, const char *const *);
-template void endDelegate(SaxTypeHandler *);
-template void endDelegate(VsaxTypeHandler *);
+template int walkStart(SaxTypeHandler *, const char *, const char *, const char *const *);
+template int walkStart(VsaxTypeHandler *, const char *, const char *, const char *const *);
 
 } // namespace ims

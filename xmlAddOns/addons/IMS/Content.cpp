@@ -1,6 +1,7 @@
 // Character data: collected while it arrives, converted when its element ends.
 #include "Engines.h"
 #include "Handler.h"
+#include "Trace.h"
 #include "rtXmlNamespace.h"
 
 #include <string.h>
@@ -113,8 +114,6 @@ Conversion convertCollected(Handler *handler, const Field &field, void *owner, c
   return convert(handler, field, owner, xmlName);
 }
 
-} // namespace
-
 template <class Handler> int collect(Handler *handler, const char *bytes, size_t length) {
   RuntimeContext *ctx = handler->context;
   ctx->state = XMLSTATE_IN_TEXT;
@@ -162,7 +161,8 @@ template <class Handler> int endOwn(Handler *handler) {
   }
   rtXmlNSPop(ctx);
   ctx->state = XMLSTATE_DOC_END;
-  rtxMemHeapFreePtr(ctx, handler->delegateStorage); // nothing follows that could need a delegate
+  // Nothing follows that could need a delegate.
+  if (handler->delegateStorage) rtxMemHeapFreePtr(ctx, handler->delegateStorage);
   handler->delegateStorage = nullptr;
   if constexpr (fillsRecord<Handler>) {
     if (!has(type, noEmptyList) || listAt(handler->record, type.fields[0]).count > 0) return status;
@@ -178,11 +178,67 @@ template <class Handler> int endOwn(Handler *handler) {
   return status;
 }
 
-template int collect(SaxTypeHandler *, const char *, size_t);
-template int collect(VsaxTypeHandler *, const char *, size_t);
-template int endChild(SaxTypeHandler *, const char *);
-template int endChild(VsaxTypeHandler *, const char *);
-template int endOwn(SaxTypeHandler *);
-template int endOwn(VsaxTypeHandler *);
+template <class Handler> void endDelegate(Handler *handler) {
+  RuntimeContext *ctx = handler->context;
+  RtSaxHandler *delegate = handler->delegate;
+  if (delegate->release) delegate->release(ctx, delegate);
+  dropDelegate(handler);
+  if constexpr (fillsRecord<Handler>) {
+    void *item = handler->pendingItem;
+    if (!item) return;
+    const Field &field = fieldOf(handler);
+    if (!rtxDListAppend(ctx, &listAt(handler->record, field), item)) {
+      skipForStorage(handler);
+      discardPending(handler);
+    }
+    handler->pendingItem = nullptr;
+  }
+}
+
+template <class Handler> inline int takeCharacters(Handler *handler, const char *bytes, size_t length) {
+  if (!collects(handler->context)) return STATUS_OK;
+  Handler *last = takerOf(handler);
+  int32_t textLevel = typeOf(last).content == Content::text ? 1 : 2;
+  if (last->level < textLevel) return STATUS_OK;
+  return last->delegate ? last->delegate->characters(last->delegate, bytes, length) : collect(last, bytes, length);
+}
+
+template <class Handler> inline int takeEnd(Handler *handler, const char *localName, const char *qualifiedName) {
+  const bool chained = !handler->context->traced;
+  Handler *last = handler;
+  Handler *owner = nullptr;
+  --last->level;
+  while (Handler *delegate = chained ? ownDelegate(last) : nullptr) {
+    owner = last;
+    last = delegate;
+    --last->level;
+  }
+  int status = STATUS_OK;
+  if (last->level == 0) {
+    status = endOwn(last);
+    if (owner) endDelegate(owner);
+  } else if (last->delegate) {
+    status = last->delegate->endElement(last->delegate, localName, qualifiedName);
+    if (last->level == 1) endDelegate(last);
+  } else if (last->level == 1) {
+    status = endChild(last, qualifiedName);
+  }
+  return status;
+}
+
+} // namespace
+
+template <class Handler> int walkCharacters(Handler *handler, const char *bytes, size_t length) {
+  return inTrace(handler, "characters", nullptr, [=] { return takeCharacters(handler, bytes, length); });
+}
+
+template <class Handler> int walkEnd(Handler *handler, const char *localName, const char *qualifiedName) {
+  return inTrace(handler, "endElement", localName, [=] { return takeEnd(handler, localName, qualifiedName); });
+}
+
+template int walkCharacters(SaxTypeHandler *, const char *, size_t);
+template int walkCharacters(VsaxTypeHandler *, const char *, size_t);
+template int walkEnd(SaxTypeHandler *, const char *, const char *);
+template int walkEnd(VsaxTypeHandler *, const char *, const char *);
 
 } // namespace ims

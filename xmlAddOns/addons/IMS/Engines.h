@@ -12,6 +12,9 @@ namespace ims {
 // gives them a value.
 int initRecord(RuntimeContext *ctx, const TypeSchema &type, void *record);
 
+// The same for a context that is known to be one.
+void clearRecord(const TypeSchema &type, void *record);
+
 // Gives back what a record holds. Members that no release function may touch stay until the heap goes.
 int freeRecord(RuntimeContext *ctx, const TypeSchema &type, void *record);
 

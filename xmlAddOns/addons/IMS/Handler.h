@@ -39,6 +39,12 @@ template <class Handler> Handler *lastOf(Handler *handler) {
   return handler;
 }
 
+// The handler that takes an event from here on. A traced chain is walked callback by callback, so that each of them
+// shows.
+template <class Handler> Handler *takerOf(Handler *handler) {
+  return handler->context->traced ? handler : lastOf(handler);
+}
+
 // ---- Errors ---------------------------------------------------------------------------------------------------
 
 template <class Handler> const char *pathOf(const Handler *handler) {
@@ -80,6 +86,14 @@ template <class Handler> [[gnu::cold]] int skipForStorage(Handler *handler) {
   return skip(handler, status);
 }
 
+// The storage of a delegate's own delegates goes; the delegate's was the handler's.
+template <class Handler> void dropDelegate(Handler *handler) {
+  RtSaxHandler *delegate = handler->delegate;
+  if (delegate->delegateStorage) rtxMemHeapFreePtr(handler->context, delegate->delegateStorage);
+  delegate->delegateStorage = nullptr;
+  handler->delegate = nullptr;
+}
+
 // ---- Names ----------------------------------------------------------------------------------------------------
 
 // Whether an attribute declares a namespace, by the beginning of its name.
@@ -117,20 +131,6 @@ template <class Handler> Conversion convert(Handler *handler, const Field &field
 
 // Converts the attributes of the handler's own element, of a type that has some.
 template <class Handler> void readAttributes(Handler *handler, const char *const *attributes);
-
-// Deals with the start tag of a direct child; the handler's level goes up if the child is accepted.
-template <class Handler>
-int startChild(Handler *handler, const char *localName, const char *qualifiedName, const char *const *attributes);
-
-// The end of a direct child without a delegate, and of the handler's own element.
-template <class Handler> int endChild(Handler *handler, const char *qualifiedName);
-template <class Handler> int endOwn(Handler *handler);
-
-// Collects a piece of text.
-template <class Handler> int collect(Handler *handler, const char *bytes, size_t length);
-
-// Ends the delegate: its storage goes, and an item that had to wait enters its list.
-template <class Handler> void endDelegate(Handler *handler);
 
 // Gives back an item that never entered its list.
 void discardPending(SaxTypeHandler *handler);

@@ -25,14 +25,18 @@ void setDefaults(const TypeSchema &type, void *record) {
 
 } // namespace
 
+void clearRecord(const TypeSchema &type, void *record) {
+  clear(type, record);
+  if (has(type, hasDefaults)) setDefaults(type, record);
+}
+
 int initRecord(RuntimeContext *ctx, const TypeSchema &type, void *record) {
   int status = rtxCheckContext(ctx);
   if (status < 0) {
     return rtxErrSetData(ctx, status, type.module->paths[int(File::base)],
                          siteLine(type, File::base, 0, step::checkContext));
   }
-  clear(type, record);
-  if (has(type, hasDefaults)) setDefaults(type, record);
+  clearRecord(type, record);
   return STATUS_OK;
 }
 

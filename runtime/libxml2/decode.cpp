@@ -2,6 +2,7 @@
 #include "internals.h"
 #include "lexical.h"
 #include "nsLists.h"
+#include "plainCopy.h"
 #include "rtxMemory.h"
 #include "usable.h"
 
@@ -36,6 +37,21 @@ template <class Value> int convert(RuntimeContext *ctx, bool (*parse)(const char
   return memchr(input.bytes, '\0', input.length) != nullptr ? STATUS_INVALID_LEXICAL_FORM : STATUS_INVALID_UTF8;
 }
 
+// Any text. copy: a block of its size, or null.
+[[gnu::noinline]] int convertText(RuntimeContext *ctx, RtxXmlString *text, char *copy) {
+  const Input input = inputOf(ctx);
+  Heap &heap = ctx->internals->heap;
+  if (copy == nullptr) copy = static_cast<char *>(heap.allocate(input.length + 1));
+  if (copy == nullptr) return refuseText(input);
+  if (!copyXmlText(copy, input.bytes, input.length)) {
+    heap.release(copy);
+    return refuseText(input);
+  }
+  copy[input.length] = '\0';
+  *text = {false, copy};
+  return 0;
+}
+
 } // namespace
 
 } // namespace rt
@@ -43,13 +59,10 @@ template <class Value> int convert(RuntimeContext *ctx, bool (*parse)(const char
 int rtXmlDecXmlStr(RuntimeContext *ctx, RtxXmlString *text) {
   if (!rt::usable(ctx)) return STATUS_BAD_CONTEXT;
   const rt::Input input = rt::inputOf(ctx);
-  rt::Heap &heap = ctx->internals->heap;
-  char *copy = static_cast<char *>(heap.allocate(input.length + 1));
-  if (copy == nullptr) return rt::refuseText(input);
-  if (!rt::copyXmlText(copy, input.bytes, input.length)) {
-    heap.release(copy);
-    return rt::refuseText(input);
-  }
+  // Most texts are short and ASCII: this needs no frame for them.
+  char *copy = static_cast<char *>(ctx->internals->heap.allocateAtOnce(input.length + 1));
+  if (copy == nullptr || !rt::copyIf<rt::Printable>(copy, input.bytes, input.length)) [[unlikely]]
+    return rt::convertText(ctx, text, copy);
   copy[input.length] = '\0';
   *text = {false, copy};
   return 0;

@@ -161,7 +161,7 @@ template <class Word> bool copyAsciiWord(char *to, const char *text) {
 } // namespace
 
 // By characters and the words between them.
-bool copyAnyXmlText(char *to, const char *text, size_t length) {
+bool copyXmlText(char *to, const char *text, size_t length) {
   const char *const end = text + length;
   while (text != end) {
     const size_t left = static_cast<size_t>(end - text);

@@ -1,8 +1,6 @@
 // Which bytes may stand in XML as they are, and what stands for the others.
 #pragma once
 
-#include "plainCopy.h"
-
 #include <stddef.h>
 
 namespace rt {
@@ -31,10 +29,7 @@ Escaped escapeFirst(const char *text, size_t length, Escape escape);
 size_t multiByteCharacter(const char *text, size_t length);
 
 // Copies a text. False if it is not UTF-8 or XML cannot carry all its characters; then some of it may be copied.
-bool copyAnyXmlText(char *to, const char *text, size_t length);
-inline bool copyXmlText(char *to, const char *text, size_t length) {
-  return copyIf<Printable>(to, text, length) || copyAnyXmlText(to, text, length);
-}
+bool copyXmlText(char *to, const char *text, size_t length);
 
 // True if copyXmlText can copy the text.
 bool isXmlText(const char *text, size_t length);

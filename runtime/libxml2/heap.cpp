@@ -163,14 +163,14 @@ void Heap::rewind() {
 
 // ---- Blocks ---------------------------------------------------------------------------------------------------
 
-void *Heap::takeFromNextPage(size_t size, size_t sizeClass) {
-  return nextPage() ? take(size, sizeClass, strideOf(sizeClass)) : nullptr;
-}
-
-void *Heap::allocateCoarse(size_t size) {
+void *Heap::allocateInFull(size_t size) {
+  if (size > limit - used) return nullptr;
   if (size > largestStride - headerSize) return allocateLarge(size);
-  const size_t sizeClass = classOf(size + headerSize);
-  return take(size, sizeClass, strideOf(sizeClass));
+  const size_t payload = size > sizeof(FreeBlock) ? size : sizeof(FreeBlock);
+  const size_t sizeClass = classOf(payload + headerSize);
+  const size_t stride = strideOf(sizeClass);
+  if (void *block = take(size, sizeClass, stride)) return block;
+  return nextPage() ? take(size, sizeClass, stride) : nullptr;
 }
 
 void *Heap::allocateLarge(size_t size) {

@@ -20,7 +20,8 @@ public:
   explicit SystemAllocator(const RuntimeOptions &options);
 
   void *allocate(size_t size);
-  void release(void *block); // null: nothing
+  void *allocateAtOnce(size_t size); // a small block that needs no new page; else null, though there may be storage
+  void release(void *block);         // null: nothing
   uint64_t callsMade() const { return calls; }
 
 private:
@@ -39,9 +40,10 @@ public:
   Heap &operator=(const Heap &) = delete;
 
   void *allocate(size_t size);
-  void release(void *block); // null: nothing
-  void reset();              // frees every block, keeps the storage
-  void destroy();            // gives the storage back
+  void *allocateAtOnce(size_t size); // a small block that needs no new page; else null, though there may be storage
+  void release(void *block);         // null: nothing
+  void reset();                      // frees every block, keeps the storage
+  void destroy();                    // gives the storage back
 
   // Storage that is no block: kept buffers, which a reset leaves alone and the limit does not count.
   void *systemAllocate(size_t size) { return system.allocate(size); }
@@ -85,8 +87,7 @@ private:
   static constexpr size_t strideOf(size_t sizeClass);
 
   void *take(size_t size, size_t sizeClass, size_t stride);
-  [[gnu::cold, gnu::noinline]] void *takeFromNextPage(size_t size, size_t sizeClass);
-  [[gnu::noinline]] void *allocateCoarse(size_t size);
+  [[gnu::noinline]] void *allocateInFull(size_t size);
   void *allocateLarge(size_t size);
   [[gnu::noinline]] void releaseLarge(void *block);
   void retireLarge(LargeBlock *block);
@@ -128,7 +129,7 @@ private:
 #endif
 };
 
-// Takes a block of a small class.
+// Takes a block of a small class, or null if the current page has no room for it.
 inline void *Heap::take(size_t size, size_t sizeClass, size_t stride) {
   char *block;
   if (FreeBlock *free = freeSmall[sizeClass]) {
@@ -136,7 +137,7 @@ inline void *Heap::take(size_t size, size_t sizeClass, size_t stride) {
     block = reinterpret_cast<char *>(free);
   } else {
     if (room < stride) [[unlikely]]
-      return takeFromNextPage(size, sizeClass);
+      return nullptr;
     block = cursor + headerSize;
     cursor += stride;
     room -= stride;
@@ -146,13 +147,17 @@ inline void *Heap::take(size_t size, size_t sizeClass, size_t stride) {
   return countAlive(block, size);
 }
 
-inline void *Heap::allocate(size_t size) {
-  if (size > limit - used) return nullptr;
-  if (size > finestStride - headerSize) [[unlikely]]
-    return allocateCoarse(size);
+inline void *Heap::allocateAtOnce(size_t size) {
+  if (size > finestStride - headerSize || size > limit - used) [[unlikely]]
+    return nullptr;
   const size_t payload = size > sizeof(FreeBlock) ? size : sizeof(FreeBlock);
   const size_t sizeClass = (payload + headerSize - 1) / alignment;
   return take(size, sizeClass, (sizeClass + 1) * alignment);
+}
+
+inline void *Heap::allocate(size_t size) {
+  void *block = allocateAtOnce(size);
+  return block != nullptr ? block : allocateInFull(size);
 }
 
 } // namespace rt

@@ -21,6 +21,11 @@ inline __m128i repeated(__m128i word) { return word; }
 inline __m128i repeated(uint64_t word) { return _mm_set1_epi64x(static_cast<long long>(word)); }
 inline __m128i repeated(uint32_t word) { return _mm_set1_epi32(static_cast<int>(word)); }
 
+inline __m128i both(uint64_t a, uint64_t b) {
+  return _mm_set_epi64x(static_cast<long long>(b), static_cast<long long>(a));
+}
+inline uint64_t both(uint32_t a, uint32_t b) { return uint64_t{b} << 32 | a; }
+
 // As signed numbers the bytes from 0x80 on are below the blank too.
 inline __m128i bytesBelowBlank(__m128i word) { return _mm_cmplt_epi8(word, inEachByte(' ')); }
 
@@ -42,6 +47,8 @@ using WidestWord = uintptr_t;
 template <class Word> constexpr Word inEachByte(unsigned char byte) {
   return static_cast<Word>(~Word{0} / 0xFF * byte);
 }
+
+inline uint64_t both(uint32_t a, uint32_t b) { return uint64_t{b} << 32 | a; }
 
 // A top bit is set where a byte is less than what is subtracted from it; above such a byte it may be set for nothing.
 struct Printable {
@@ -73,7 +80,7 @@ template <class All, class Word> inline bool copyTwoWordsIf(char *to, const char
   const Word last = wordAt<Word>(text + length - sizeof(Word));
   memcpy(to, &first, sizeof first);
   memcpy(to + length - sizeof last, &last, sizeof last);
-  return All::holds(first) && All::holds(last);
+  return All::holds(both(first, last));
 }
 
 // Copies a text, and says whether it is of that kind; if not, what has been copied does not count.
@@ -90,10 +97,12 @@ template <class All> inline bool copyIf(char *to, const char *text, size_t lengt
     memcpy(lastTo, &word, sizeof word);
     return All::holds(word);
   }
-  if (sizeof(WidestWord) > sizeof(uint64_t) && length >= sizeof(uint64_t))
-    return copyTwoWordsIf<All, uint64_t>(to, text, length);
-  if (sizeof(WidestWord) > sizeof(uint32_t) && length >= sizeof(uint32_t))
-    return copyTwoWordsIf<All, uint32_t>(to, text, length);
+  if constexpr (sizeof(WidestWord) > sizeof(uint64_t)) {
+    if (length >= sizeof(uint64_t)) return copyTwoWordsIf<All, uint64_t>(to, text, length);
+  }
+  if constexpr (sizeof(WidestWord) > sizeof(uint32_t)) {
+    if (length >= sizeof(uint32_t)) return copyTwoWordsIf<All, uint32_t>(to, text, length);
+  }
   if (length == 0) return true;
   const char first = text[0];
   const char middle = text[length / 2];

@@ -166,6 +166,15 @@ void onError(void *user, xmlErrorPtr error) {
   return false;
 }
 
+// Whether no name of a tag's attributes has anything to do with namespaces, and there are not too many of them.
+inline bool arePlain(RtSaxReader &reader, const char *const *attributes) {
+  const char *const *const surplus = attributes + 2 * size_t{reader.attributeLimit};
+  for (; *attributes != nullptr; attributes += 2) {
+    if (attributes == surplus || reader.names.partsOf(*attributes).kind != NameKind::plain) return false;
+  }
+  return true;
+}
+
 // False: the parse has ended here.
 [[gnu::always_inline]] inline bool openElement(RtSaxReader &reader, const char *name, const char *const *attributes) {
   if (reader.current == reader.deepestAllowed) [[unlikely]] {
@@ -185,7 +194,7 @@ void onError(void *user, xmlErrorPtr error) {
     return false;
   }
   reader.attributes = attributes;
-  return attributes == nullptr || takeAttributes(reader, attributes);
+  return attributes == nullptr || arePlain(reader, attributes) || takeAttributes(reader, attributes);
 }
 
 [[gnu::cold, gnu::noinline]] void startSkipped(RtSaxReader &reader, const char *name, const char *const *attributes) {

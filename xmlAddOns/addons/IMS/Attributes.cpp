@@ -32,7 +32,7 @@ inline int attributeId(RuntimeContext *ctx, const TypeSchema &type, const char *
   uint32_t before = seen;
   int id = rtSaxGetAttributeID(name, type.attributeCount, type.attributeNames, &seen);
   if (id < 0 && type.module->qualifiedAttributes) id = qualifiedAttributeId(ctx, type, name, seen);
-  return id < 0 || id >= type.attributeCount || (before >> id & 1) != 0 ? unknown : id;
+  return seen == before || id >= type.attributeCount ? unknown : id;
 }
 
 template <class Handler>

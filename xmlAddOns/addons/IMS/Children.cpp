@@ -333,8 +333,8 @@ template <class Handler>
 
 // A tag counts for the handlers on the way to the last one, unless that refuses it.
 template <class Handler>
-inline int takeStart(Handler *handler, const char *localName, const char *qualifiedName,
-                     const char *const *attributes) {
+[[gnu::noinline]] int takeStart(Handler *handler, const char *localName, const char *qualifiedName,
+                                const char *const *attributes) {
   Handler *last = handler;
   const bool chained = !handler->context->traced;
   while (Handler *delegate = chained ? ownDelegate(last) : nullptr) {
@@ -374,6 +374,8 @@ void discardPending(SaxTypeHandler *handler) {
 
 template <class Handler>
 int walkStart(Handler *handler, const char *localName, const char *qualifiedName, const char *const *attributes) {
+  if (!handler->context->traced) [[likely]]
+    return takeStart(handler, localName, qualifiedName, attributes);
   return inTrace(handler, "startElement", localName,
                  [=] { return takeStart(handler, localName, qualifiedName, attributes); });
 }

@@ -195,7 +195,7 @@ template <class Handler> void endDelegate(Handler *handler) {
   }
 }
 
-template <class Handler> inline int takeCharacters(Handler *handler, const char *bytes, size_t length) {
+template <class Handler> [[gnu::noinline]] int takeCharacters(Handler *handler, const char *bytes, size_t length) {
   if (!collects(handler->context)) return STATUS_OK;
   Handler *last = takerOf(handler);
   int32_t textLevel = typeOf(last).content == Content::text ? 1 : 2;
@@ -203,7 +203,8 @@ template <class Handler> inline int takeCharacters(Handler *handler, const char 
   return last->delegate ? last->delegate->characters(last->delegate, bytes, length) : collect(last, bytes, length);
 }
 
-template <class Handler> inline int takeEnd(Handler *handler, const char *localName, const char *qualifiedName) {
+template <class Handler>
+[[gnu::noinline]] int takeEnd(Handler *handler, const char *localName, const char *qualifiedName) {
   const bool chained = !handler->context->traced;
   Handler *last = handler;
   Handler *owner = nullptr;
@@ -229,10 +230,14 @@ template <class Handler> inline int takeEnd(Handler *handler, const char *localN
 } // namespace
 
 template <class Handler> int walkCharacters(Handler *handler, const char *bytes, size_t length) {
+  if (!handler->context->traced) [[likely]]
+    return takeCharacters(handler, bytes, length);
   return inTrace(handler, "characters", nullptr, [=] { return takeCharacters(handler, bytes, length); });
 }
 
 template <class Handler> int walkEnd(Handler *handler, const char *localName, const char *qualifiedName) {
+  if (!handler->context->traced) [[likely]]
+    return takeEnd(handler, localName, qualifiedName);
   return inTrace(handler, "endElement", localName, [=] { return takeEnd(handler, localName, qualifiedName); });
 }
 

@@ -7,25 +7,16 @@
 
 namespace ims {
 
-// Tells that a callback is entered or left. It makes up the callback's name, which only a trace needs.
-template <class Handler>
-[[gnu::cold, gnu::noinline]] void trace(Handler *handler, const char *callback, const char *element,
-                                        void (*tell)(void *, const char *, const char *)) {
+// Runs a walk between its entry and its exit in the trace. Makes up the callback's name, which only a trace needs. The
+// walk should be a function that is not inline, or it is compiled in twice.
+template <class Handler, class Walk>
+[[gnu::cold, gnu::noinline]] int inTrace(Handler *handler, const char *callback, const char *element, Walk walk) {
   char function[128];
   snprintf(function, sizeof function, "%s_%s_%s", fillsRecord<Handler> ? "QxSAX" : "QxVSAX", typeOf(handler).name,
            callback);
-  tell(handler, function, element);
-}
-
-// Runs a walk, which is compiled in once, between its entry and its exit in the trace.
-template <class Handler, class Walk>
-inline int inTrace(Handler *handler, const char *callback, const char *element, Walk walk) {
-  const bool traced = handler->context->traced;
-  if (traced) [[unlikely]]
-    trace(handler, callback, element, rtSaxDiagStartFunc);
+  rtSaxDiagStartFunc(handler, function, element);
   int status = walk();
-  if (traced) [[unlikely]]
-    trace(handler, callback, element, rtSaxDiagEndFunc);
+  rtSaxDiagEndFunc(handler, function, element);
   return status;
 }
 

@@ -18,11 +18,15 @@ constexpr ModuleSchema module = {.name = "RuleSet",
 
 } // namespace
 
-constexpr DocumentSchema conditionsDocument = makeDocument({.root = "conditions",
-                                                            .module = &module,
-                                                            .number = 2,
-                                                            .type = &cp_conditionsTypeSchema,
-                                                            .declaration = Declaration::prefix,
-                                                            .prefix = "cp"});
+// Put together by hand: the address of a table of another source is no constant for a sanitizer's comparisons.
+constexpr DocumentSchema conditionsDocument = {.root = "conditions",
+                                               .module = &module,
+                                               .type = &cp_conditionsTypeSchema,
+                                               .simple = nullptr,
+                                               .prefix = "cp",
+                                               .pinned = nullptr,
+                                               .number = 2,
+                                               .pinnedCount = 0,
+                                               .declaration = Declaration::prefix};
 
 } // namespace frame

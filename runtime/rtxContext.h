@@ -83,6 +83,7 @@ typedef struct RuntimeOptions {
   size_t inputLimit;       /* bytes of one document; default 16 MiB */
   uint32_t depthLimit;     /* open elements at once; default and greatest 256 */
   uint32_t attributeLimit; /* attributes of one start tag, declarations included; default and greatest 128 */
+  uint32_t nameLimit;      /* different names in one document; default 4096. Up to 1024 seen before need not count */
   size_t tagLimit;         /* bytes of one start tag; default 4 MiB, never below 2 KiB */
   size_t textLimit;        /* bytes of text directly inside one element; default 16 MiB */
   uint32_t errorLimit;     /* errors that one reader lets the codec record; default 100, 0 records none */

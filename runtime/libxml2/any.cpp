@@ -120,10 +120,7 @@ int use(AnyHandler &self, FragmentNames &names, Text prefix) {
   if (names.fromOutside.find(prefix.bytes, prefix.length) != nullptr) return 0;
   const Binding *binding = internals.namespaces.find(prefix.bytes, prefix.length);
   if (binding != nullptr && binding->uriLength != 0) {
-    // What all fragments of a document borrow has to fit into the heap. Once it does not, copying it again for each
-    // further fragment would only cost time.
     if (binding->uriLength > names.borrowable) return STATUS_NO_MEMORY;
-    names.borrowable -= binding->uriLength;
     return names.fromOutside.declare(internals.heap, binding->prefix, binding->uri, true, true);
   }
   if (prefix.length != 0 || !hasTable(internals.namespaces)) return 0;
@@ -169,10 +166,14 @@ int fail(AnyHandler &self) {
   return rtSaxSetSkipLevelToCurrent(self.context, STATUS_NO_MEMORY);
 }
 
-// The declarations from outside are built behind the text and go in behind the top element's name.
-bool storeEntry(AnyHandler &self, const NamespaceStack &fromOutside) {
+// The declarations from outside are built behind the text and go in behind the top element's name. What they cost is
+// paid for, whether there was storage for all or not.
+bool storeEntry(AnyHandler &self, FragmentNames &names) {
   const size_t length = self.length;
-  if (!appendOuterDeclarations(self, fromOutside)) return false;
+  const bool appended = appendOuterDeclarations(self, names.fromOutside);
+  const size_t cost = self.length - length;
+  names.borrowable -= cost < names.borrowable ? cost : names.borrowable;
+  if (!appended) return false;
   char *stored = static_cast<char *>(rtxMemHeapAlloc(self.context, self.length + 1));
   if (stored == nullptr) return false;
   const char *text = static_cast<const char *>(self.delegateStorage);
@@ -223,7 +224,7 @@ int anyEndElement(void *handler, const char *, const char *qualifiedName) {
   names.inside.pop();
   if (!appendEndTag(self, qualifiedName)) return fail(self);
   if (self.level > 0) return 0;
-  return storeEntry(self, names.fromOutside) ? 0 : fail(self);
+  return storeEntry(self, names) ? 0 : fail(self);
 }
 
 } // namespace

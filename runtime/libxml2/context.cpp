@@ -20,6 +20,7 @@ enum ContextLine : int {
 
 constexpr size_t defaultHeapLimit = size_t{32} << 20;
 constexpr size_t defaultInputLimit = size_t{16} << 20;
+constexpr uint32_t defaultNames = 4096;
 constexpr size_t defaultTagLimit = size_t{4} << 20;
 constexpr size_t defaultTextLimit = size_t{16} << 20;
 constexpr uint32_t defaultErrors = 100;
@@ -103,6 +104,7 @@ void rtxOptionsInit(RuntimeOptions *options) {
   options->inputLimit = rt::defaultInputLimit;
   options->depthLimit = rt::deepest;
   options->attributeLimit = rt::mostAttributes;
+  options->nameLimit = rt::defaultNames;
   options->tagLimit = rt::defaultTagLimit;
   options->textLimit = rt::defaultTextLimit;
   options->errorLimit = rt::defaultErrors;

@@ -299,7 +299,7 @@ LongTag searchTags(const char *text, const char *end, uint32_t attributeLimit, s
       const char *tagEnd = end;
       const char *surplus = findSurplusAttribute(at + 1, tagEnd, attributeLimit);
       if (surplus != nullptr) return {.surplus = surplus};
-      if (static_cast<size_t>(tagEnd - at) > tagLimit) return {.tooLong = at};
+      if (static_cast<size_t>(tagEnd - at) >= tagLimit) return {.tooLong = at}; // the ">" counts
       at = tagEnd;
     }
   }
@@ -310,7 +310,7 @@ LongTag searchTags(const char *text, const char *end, uint32_t attributeLimit, s
 
 // A tag holds no other "<". So one that is longer than two strides leaves a whole stride without any.
 LongTag findLongTag(Text text, uint32_t attributeLimit, size_t tagLimit) {
-  constexpr size_t stride = 1024;
+  constexpr size_t stride = leastTagLimit / 2;
   for (size_t at = 0; text.length - at >= stride; at += stride) {
     if (memchr(text.bytes + at, '<', stride) == nullptr)
       return searchTags(text.bytes, text.bytes + text.length, attributeLimit, tagLimit);

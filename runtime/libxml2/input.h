@@ -47,9 +47,11 @@ enum class Transcoding {
 
 Transcoding transcode(Heap &heap, const Encoding &encoding, Text document, size_t limit, InputText &text);
 
-// What is wrong with the first start tag that has more than attributeLimit attributes or more than tagLimit bytes: the
-// name of the first attribute too many, or the tag itself. Tags of less than two kilobytes are not looked at. text is
-// in UTF-8.
+// Tags of fewer bytes are not looked at.
+inline constexpr size_t leastTagLimit = 2048;
+
+// What is wrong with the first start tag that has more than attributeLimit attributes or more than tagLimit bytes, or
+// than leastTagLimit if that is more: the name of the first attribute too many, or the tag itself. text is in UTF-8.
 struct LongTag {
   const char *surplus = nullptr;
   const char *tooLong = nullptr;

@@ -36,6 +36,9 @@ NameParts splitName(const char *name);
 // document take different slots.
 class NameCache {
 public:
+  // How often a name was not there. Each name that a document has is missing at least once.
+  uint32_t misses = 0;
+
   const NameParts &partsOf(const char *name) {
     const Slot &slot = slotOf(name);
     return slot.parts.name == name ? slot.parts : split(name);
@@ -53,7 +56,10 @@ private:
   };
 
   Slot &slotOf(const char *name) { return slots[reinterpret_cast<uintptr_t>(name) / 4 % slotCount]; }
-  [[gnu::cold, gnu::noinline]] const NameParts &split(const char *name) { return slotOf(name).parts = splitName(name); }
+  [[gnu::cold, gnu::noinline]] const NameParts &split(const char *name) {
+    misses++;
+    return slotOf(name).parts = splitName(name);
+  }
 
   Slot slots[slotCount];
 };

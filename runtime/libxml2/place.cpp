@@ -34,11 +34,21 @@ const char *startOfPiece(const char *base, const char *behind, size_t length) {
   return at;
 }
 
-const char *startOfText(const RtSaxReader &reader, const OpenElement &element) {
-  return element.pieceLength == 0 ? element.text : startOfPiece(reader.base, element.text, element.pieceLength);
+const char *skipBlanks(const char *at, const char *end) {
+  while (at < end && isBlank(*at))
+    at++;
+  return at;
 }
 
-const char *placeInStartTag(const RtSaxReader &reader) {
+// Behind the value of the attribute whose name is at at.
+const char *skipAttribute(const char *at, const char *end) {
+  while (at < end && *at != '"' && *at != '\'')
+    at++;
+  const void *quote = at == end ? nullptr : memchr(at + 1, *at, static_cast<size_t>(end - at - 1));
+  return quote == nullptr ? end : static_cast<const char *>(quote) + 1;
+}
+
+const char *placeInStartTag(RtSaxReader &reader) {
   const char *value = reader.context.buffer.data;
   if (value != nullptr && reader.attributes != nullptr) {
     for (uint32_t i = 0; reader.attributes[2 * i] != nullptr; i++) {
@@ -56,7 +66,7 @@ const char *placeInContent(const RtSaxReader &reader) {
   return startOfTag(reader, element.tagEnd);
 }
 
-const char *placeOf(const RtSaxReader &reader) {
+const char *placeOf(RtSaxReader &reader) {
   switch (reader.event) {
   case Event::startTag: return placeInStartTag(reader);
   case Event::text:
@@ -71,21 +81,28 @@ void writePath(const RtSaxReader &reader, char *path, size_t pathSize) {
   size_t used = 0;
   for (const OpenElement *element = reader.elements + 1; element <= reader.current && used + 1 < pathSize; element++) {
     path[used++] = '/';
-    const size_t length = strlen(element->name);
-    const size_t room = pathSize - 1 - used;
-    const size_t taken = length < room ? length : room;
+    const size_t taken = strnlen(element->name, pathSize - 1 - used);
     memcpy(path + used, element->name, taken);
     used += taken;
   }
   path[used] = '\0';
 }
 
-// Counts on to the line of at.
+// Counts on to the line of at, or back to it: errors of an element come after those of its children.
 const LineCount &countLines(RtSaxReader &reader, const char *at) {
   LineCount &lines = reader.lines;
-  if (lines.document != reader.base || at < lines.start) lines = {reader.base, reader.base, 1};
-  while (const void *end = memchr(lines.start, '\n', static_cast<size_t>(at - lines.start))) {
-    lines.start = static_cast<const char *>(end) + 1;
+  if (lines.document != reader.base) lines = {reader.base, reader.base, reader.base, 1};
+  while (at < lines.start) {
+    lines.counted = lines.start - 1;
+    const void *end = memrchr(reader.base, '\n', static_cast<size_t>(lines.counted - reader.base));
+    lines.start = end == nullptr ? reader.base : static_cast<const char *>(end) + 1;
+    lines.line--;
+  }
+  while (lines.counted < at) {
+    const void *end = memchr(lines.counted, '\n', static_cast<size_t>(at - lines.counted));
+    lines.counted = end == nullptr ? at : static_cast<const char *>(end) + 1;
+    if (end == nullptr) break;
+    lines.start = lines.counted;
     lines.line++;
   }
   return lines;
@@ -93,28 +110,28 @@ const LineCount &countLines(RtSaxReader &reader, const char *at) {
 
 } // namespace
 
+const char *startOfText(const RtSaxReader &reader, const OpenElement &element) {
+  return element.pieceLength == 0 ? element.text : startOfPiece(reader.base, element.text, element.pieceLength);
+}
+
 // Values hold no "<", so the next one to the left is the tag's own.
 const char *startOfTag(const RtSaxReader &reader, const char *tagEnd) {
   const void *found = memrchr(reader.base, '<', static_cast<size_t>(tagEnd - reader.base));
   return found == nullptr ? reader.base : static_cast<const char *>(found);
 }
 
-const char *startOfAttribute(const RtSaxReader &reader, uint32_t index) {
+const char *startOfAttribute(RtSaxReader &reader, uint32_t index) {
   const char *const tagEnd = reader.current->tagEnd;
-  const char *at = startOfTag(reader, tagEnd);
-  while (at < tagEnd && !isBlank(*at))
-    at++;
-  for (uint32_t i = 0; at < tagEnd; i++) {
-    while (at < tagEnd && isBlank(*at))
-      at++;
-    if (i == index) break;
-    while (at < tagEnd && *at != '"' && *at != '\'')
-      at++;
-    if (at == tagEnd) break;
-    const void *quote = memchr(at + 1, *at, static_cast<size_t>(tagEnd - at - 1));
-    at = quote == nullptr ? tagEnd : static_cast<const char *>(quote) + 1;
+  FoundAttribute &found = reader.found;
+  if (found.tagEnd != tagEnd || index < found.index) {
+    found = {tagEnd, startOfTag(reader, tagEnd), 0};
+    while (found.name < tagEnd && !isBlank(*found.name))
+      found.name++;
+    found.name = skipBlanks(found.name, tagEnd);
   }
-  return at;
+  for (; found.index < index; found.index++)
+    found.name = skipBlanks(skipAttribute(found.name, tagEnd), tagEnd);
+  return found.name;
 }
 
 Place currentPlace(const RuntimeContext *ctx, char *path, size_t pathSize) {

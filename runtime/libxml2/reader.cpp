@@ -22,8 +22,10 @@ namespace rt {
 
 namespace {
 
-// The dictionary keeps every name that it has ever seen, and beyond a limit takes no more.
-constexpr size_t dictionaryBound = 256 * 1024;
+// The dictionary keeps every name that it has ever seen, and beyond a limit takes no more. It is as quick with
+// thousands of names as with one, but not with hundreds of thousands.
+constexpr size_t dictionaryBytes = 256 * 1024;
+constexpr int dictionaryNames = 1024;
 
 constexpr int parserOptions = XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_NOCDATA | XML_PARSE_IGNORE_ENC;
 
@@ -135,7 +137,7 @@ void onError(void *user, xmlErrorPtr error) {
 }
 
 [[gnu::cold, gnu::noinline]] void refuseText(RtSaxReader &reader) {
-  recordLimit(reader, "textLimit", reader.textLimit, reader.current->text);
+  recordLimit(reader, "textLimit", reader.textLimit, startOfText(reader, *reader.current));
   xmlStopParser(reader.parser);
 }
 
@@ -175,6 +177,21 @@ inline bool arePlain(RtSaxReader &reader, const char *const *attributes) {
   return true;
 }
 
+// Whether the document has no more names than it may have, those apart that the dictionary had before.
+[[gnu::noinline]] bool countNames(RtSaxReader &reader, const char *at) {
+  const uint32_t limit = reader.internals.options.nameLimit;
+  const uint32_t count = static_cast<uint32_t>(xmlDictSize(reader.parser->dict) - reader.namesKept);
+  if (count <= limit) {
+    const uint32_t left = limit - count;
+    const uint32_t misses = reader.names.misses;
+    reader.missesUncounted = left < UINT32_MAX - misses ? misses + left : UINT32_MAX;
+    return true;
+  }
+  recordLimit(reader, "nameLimit", limit, startOfTag(reader, at));
+  xmlStopParser(reader.parser);
+  return false;
+}
+
 // False: the parse has ended here.
 [[gnu::always_inline]] inline bool openElement(RtSaxReader &reader, const char *name, const char *const *attributes) {
   if (reader.current == reader.deepestAllowed) [[unlikely]] {
@@ -194,7 +211,8 @@ inline bool arePlain(RtSaxReader &reader, const char *const *attributes) {
     return false;
   }
   reader.attributes = attributes;
-  return attributes == nullptr || arePlain(reader, attributes) || takeAttributes(reader, attributes);
+  if (attributes != nullptr && !arePlain(reader, attributes) && !takeAttributes(reader, attributes)) return false;
+  return reader.names.misses <= reader.missesUncounted || countNames(reader, element.tagEnd);
 }
 
 [[gnu::cold, gnu::noinline]] void startSkipped(RtSaxReader &reader, const char *name, const char *const *attributes) {
@@ -276,6 +294,20 @@ void onCharacters(void *user, const xmlChar *bytes, int count) {
     skipElement(reader);
 }
 
+// The parser has put names of its own into the dictionary.
+void onStartDocument(void *user) {
+  RtSaxReader &reader = *static_cast<RtSaxReader *>(user);
+  reader.names.misses = 0;
+  reader.namesKept = xmlDictSize(reader.parser->dict);
+  reader.missesUncounted = reader.internals.options.nameLimit;
+}
+
+// Its name is in the dictionary now.
+void onProcessingInstruction(void *user, const xmlChar *, const xmlChar *) {
+  RtSaxReader &reader = *static_cast<RtSaxReader *>(user);
+  if (!stopped(reader)) countNames(reader, position(reader));
+}
+
 void onDocumentType(void *user, const xmlChar *, const xmlChar *, const xmlChar *) {
   RtSaxReader &reader = *static_cast<RtSaxReader *>(user);
   if (reader.status == 0)
@@ -320,10 +352,12 @@ bool makeParser(RtSaxReader &reader) {
   xmlCtxtUseOptions(&parser, parserOptions);
   *parser.sax = {};
   parser.sax->initialized = 1; // not the number that asks for the second generation of callbacks
+  parser.sax->startDocument = onStartDocument;
   parser.sax->startElement = onStartElement;
   parser.sax->endElement = onEndElement;
   parser.sax->characters = onCharacters;
   parser.sax->ignorableWhitespace = onCharacters;
+  parser.sax->processingInstruction = onProcessingInstruction;
   parser.sax->internalSubset = onDocumentType;
   parser.userData = &reader;
   reader.source = xmlNewInputStream(&parser);
@@ -331,7 +365,8 @@ bool makeParser(RtSaxReader &reader) {
 }
 
 void boundDictionary(RtSaxReader &reader) {
-  if (xmlDictGetUsage(reader.parser->dict) <= dictionaryBound) return;
+  if (xmlDictGetUsage(reader.parser->dict) <= dictionaryBytes && xmlDictSize(reader.parser->dict) <= dictionaryNames)
+    return;
   xmlDictPtr fresh = xmlDictCreate();
   if (fresh == nullptr) return;
   xmlDictSetLimit(fresh, XML_MAX_DICTIONARY_LIMIT);
@@ -427,7 +462,8 @@ void readDocument(RtSaxReader &reader) {
   if (reader.status != 0) return;
   const Text label = contradictingLabel(encoding, {reader.base, reader.length});
   if (!label.empty()) return recordEncoding(reader, label, " contradicts how the document begins", label.bytes);
-  const size_t tagLimit = reader.internals.options.tagLimit;
+  const size_t chosen = reader.internals.options.tagLimit;
+  const size_t tagLimit = chosen < leastTagLimit ? leastTagLimit : chosen;
   const LongTag tag = findLongTag({reader.base, reader.length}, reader.attributeLimit, tagLimit);
   if (tag.surplus != nullptr) return recordLimit(reader, "attributeLimit", reader.attributeLimit, tag.surplus);
   if (tag.tooLong != nullptr) return recordLimit(reader, "tagLimit", tagLimit, tag.tooLong);
@@ -495,7 +531,9 @@ int rtSaxCParse(RtSaxReader *reader) {
   reader->transcoded = false;
   reader->skipAsked = false;
   reader->lines = {};
-  reader->fragment.borrowable = reader->internals.options.heapLimit;
+  reader->found = {};
+  // A second half is for the fragments themselves. What does not fit is not copied again for each further fragment.
+  reader->fragment.borrowable = reader->internals.options.heapLimit / 2;
   reader->status = 0;
   reader->current = reader->elements;
   reader->skipped = nullptr;

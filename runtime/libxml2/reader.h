@@ -44,11 +44,19 @@ struct OpenElement {
   NamespaceStack::Mark outside; // bindings without its own
 };
 
-// How far the lines of a document have been counted. Errors come in its order, so that none counts them all again.
+// How far the lines of a document have been counted. Errors come nearly in its order, so that none counts them all.
 struct LineCount {
   const char *document = nullptr;
-  const char *start = nullptr; // of the line
+  const char *start = nullptr;   // of the line
+  const char *counted = nullptr; // no line ends between start and here
   uint32_t line = 1;
+};
+
+// The attribute of a start tag that was looked for last. Errors come in the order of attributes.
+struct FoundAttribute {
+  const char *tagEnd = nullptr;
+  const char *name = nullptr;
+  uint32_t index = 0;
 };
 
 // What the parser is at.
@@ -64,7 +72,7 @@ enum class Event : uint8_t {
 struct FragmentNames {
   NamespaceStack inside;
   NamespaceStack fromOutside;
-  size_t borrowable = 0; // bytes of URIs that fragments of this document may still take from outside
+  size_t borrowable = 0; // bytes of declarations that fragments of this document may still take from outside
 };
 
 } // namespace rt
@@ -107,10 +115,13 @@ struct RtSaxReader {
   size_t length = 0;
   const char *faultAt = nullptr;
   rt::LineCount lines;
+  rt::FoundAttribute found;
   const char *const *attributes = nullptr; // of the start tag
   uint32_t attributeLimit = 0;
   size_t textLimit = 0;
-  size_t comparisons = 0; // left of comparisonLimit
+  size_t comparisons = 0;       // left of comparisonLimit
+  int namesKept = 0;            // in the parser's dictionary when the document began
+  uint32_t missesUncounted = 0; // of names, until the dictionary's names have to be counted
 
   rt::OpenElement elements[rt::deepest + 1]; // the first stands for the document and has no name
 };
@@ -122,10 +133,11 @@ RtSaxReader *keptReader(RuntimeContext *ctx);
 
 void destroyReader(RtxInternals &internals);
 
-// In the input: the "<" of the start tag whose end is at tagEnd, and the name of the index-th attribute of the
-// innermost open element.
+// In the input: the first byte of an element's text, the "<" of the start tag whose end is at tagEnd, and the name of
+// the index-th attribute of the innermost open element.
+const char *startOfText(const RtSaxReader &reader, const OpenElement &element);
 const char *startOfTag(const RtSaxReader &reader, const char *tagEnd);
-const char *startOfAttribute(const RtSaxReader &reader, uint32_t index);
+const char *startOfAttribute(RtSaxReader &reader, uint32_t index);
 
 // Traces a callback of the runtime's own handlers.
 class CallbackTrace {

@@ -4,7 +4,6 @@
 
 #include <libxml/encoding.h>
 
-#include <errno.h>
 #include <limits.h>
 #include <string.h>
 
@@ -15,6 +14,8 @@ namespace {
 constexpr const char *utf8[] = {"utf-8", "utf8", nullptr};
 constexpr const char *utf16Le[] = {"utf-16", "utf16", "utf-16le", "ucs-2", "iso-10646-ucs-2", nullptr};
 constexpr const char *utf16Be[] = {"utf-16", "utf16", "utf-16be", "ucs-2", "iso-10646-ucs-2", nullptr};
+constexpr const char *latin1[] = {"iso-8859-1", "iso8859-1", "iso_8859-1", "iso-latin-1", "latin1", "l1", nullptr};
+constexpr const char *ascii[] = {"us-ascii", "ascii", "iso646-us", nullptr};
 constexpr const char *utf32Le[] = {"utf-32", "utf32", "utf-32le", "ucs-4", "iso-10646-ucs-4", nullptr};
 constexpr const char *utf32Be[] = {"utf-32", "utf32", "utf-32be", "ucs-4", "iso-10646-ucs-4", nullptr};
 
@@ -139,55 +140,35 @@ Encoding declaredEncoding(Text document) {
   return encoding;
 }
 
-// The converter of an encoding to UTF-8. Closed when it goes.
-class Converter {
-public:
-  explicit Converter(const Encoding &encoding) {
-    char name[64];
-    if (encoding.name.length >= sizeof name) return;
-    memcpy(name, encoding.name.bytes, encoding.name.length);
-    name[encoding.name.length] = '\0';
-    handler = xmlFindCharEncodingHandler(name);
-  }
-  ~Converter() {
-    if (handler != nullptr) xmlCharEncCloseFunc(handler);
-  }
-  Converter(const Converter &) = delete;
-  Converter &operator=(const Converter &) = delete;
-
-  bool usable() const { return handler != nullptr && (handler->input != nullptr || handler->iconv_in != nullptr); }
-
-  // Writes what the converter still holds at the end of the input.
-  bool finish(char *&out, const char *outEnd) {
-    if (handler->input != nullptr) return true;
-    size_t outCount = static_cast<size_t>(outEnd - out);
-    return iconv(handler->iconv_in, nullptr, nullptr, &out, &outCount) != static_cast<size_t>(-1);
-  }
-
-  // Converts as much as there is input and room. False: the input is malformed where it stopped.
-  bool run(const char *&in, const char *inEnd, char *&out, const char *outEnd) {
-    if (handler->input != nullptr) {
-      int inCount = atMost(inEnd - in);
-      int outCount = atMost(outEnd - out);
-      const int result = handler->input(reinterpret_cast<unsigned char *>(out), &outCount,
-                                        reinterpret_cast<const unsigned char *>(in), &inCount);
-      in += inCount;
-      out += outCount;
-      return result >= 0;
-    }
-    char *inAt = const_cast<char *>(in);
-    size_t inCount = static_cast<size_t>(inEnd - in);
-    size_t outCount = static_cast<size_t>(outEnd - out);
-    const size_t result = iconv(handler->iconv_in, &inAt, &inCount, &out, &outCount);
-    in = inAt;
-    return result != static_cast<size_t>(-1) || errno != EILSEQ;
-  }
-
-private:
-  static int atMost(ptrdiff_t count) { return count > INT_MAX ? INT_MAX : static_cast<int>(count); }
-
-  xmlCharEncodingHandlerPtr handler = nullptr;
+// The encodings that libxml2 converts itself, by all the names that bodies give them. Any other name would make the C
+// library look for a converter among its files, which a body from a stranger must not choose.
+struct NamedConverter {
+  const char *name;
+  const char *const *labels;
 };
+constexpr NamedConverter converters[] = {
+    {"UTF-16LE", utf16Le}, {"UTF-16BE", utf16Be}, {"ISO-8859-1", latin1}, {"ASCII", ascii}};
+
+xmlCharEncodingHandlerPtr converterOf(const Encoding &encoding) {
+  for (const NamedConverter &converter : converters) {
+    if (isOneOf(encoding.name, converter.labels)) return xmlFindCharEncodingHandler(converter.name);
+  }
+  return nullptr;
+}
+
+int atMost(ptrdiff_t count) { return count > INT_MAX ? INT_MAX : static_cast<int>(count); }
+
+// Converts as much as there is input and room. False: the input is malformed where it stopped.
+bool convert(const xmlCharEncodingHandler &converter, const char *&in, const char *inEnd, char *&out,
+             const char *outEnd) {
+  int inCount = atMost(inEnd - in);
+  int outCount = atMost(outEnd - out);
+  const int result = converter.input(reinterpret_cast<unsigned char *>(out), &outCount,
+                                     reinterpret_cast<const unsigned char *>(in), &inCount);
+  in += inCount;
+  out += outCount;
+  return result >= 0;
+}
 
 // Room that every converter can make use of, whatever the next character is.
 constexpr size_t leastRoom = 64;
@@ -233,8 +214,8 @@ void InputText::destroy(Heap &heap) {
 
 Transcoding transcode(Heap &heap, const Encoding &encoding, Text document, size_t limit, InputText &text) {
   text.length = 0;
-  Converter converter(encoding);
-  if (!converter.usable()) return Transcoding::unknownEncoding;
+  const xmlCharEncodingHandler *converter = converterOf(encoding);
+  if (converter == nullptr || converter->input == nullptr) return Transcoding::unknownEncoding;
   const char *in = document.bytes + encoding.skip;
   const char *const inEnd = document.bytes + document.length;
   if (!text.reserve(heap, document.length + document.length / 8 + leastRoom)) return Transcoding::noMemory;
@@ -242,18 +223,13 @@ Transcoding transcode(Heap &heap, const Encoding &encoding, Text document, size_
     if (!text.room(heap, leastRoom)) return Transcoding::noMemory;
     const char *inBefore = in;
     char *out = text.bytes + text.length;
-    const bool sound = converter.run(in, inEnd, out, text.bytes + text.capacity - 1);
+    const bool sound = convert(*converter, in, inEnd, out, text.bytes + text.capacity - 1);
     const bool moved = in != inBefore || out != text.bytes + text.length;
     text.length = static_cast<size_t>(out - text.bytes);
     if (text.length > limit) return Transcoding::tooLong;
     if (!sound || !moved) return Transcoding::malformed; // not moved: the end of the input splits a character
   }
-  if (!text.room(heap, leastRoom)) return Transcoding::noMemory;
-  char *out = text.bytes + text.length;
-  if (!converter.finish(out, text.bytes + text.capacity - 1)) return Transcoding::malformed;
-  text.length = static_cast<size_t>(out - text.bytes);
-  if (text.length > limit) return Transcoding::tooLong;
-  *out = '\0';
+  text.bytes[text.length] = '\0';
   return Transcoding::done;
 }
 

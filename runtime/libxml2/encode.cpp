@@ -1,20 +1,17 @@
 #include "encodeState.h"
 #include "escape.h"
 #include "internals.h"
+#include "names.h"
 #include "plainCopy.h"
 #include "rtxMemory.h"
 #include "usable.h"
+#include "xmlName.h"
 
 #include <string.h>
 
 namespace rt {
 
 namespace {
-
-struct Text {
-  const char *bytes;
-  size_t length;
-};
 
 // Copies between one and two words' worth of bytes as two words that may overlap.
 template <class Word> inline void copyEnds(char *to, const char *from, size_t length) {
@@ -418,8 +415,8 @@ private:
 
   // The names in records are whatever somebody has sent; those of the codec and the host are not.
   void declareOfRecord(OpenTag &tag, Text prefix, Text uri) {
-    const bool isPrefix = isNcName(prefix.bytes, prefix.length) && !same(prefix, {"xmlns", 5});
-    if (prefix.length != 0 && !isPrefix) return fail(STATUS_INVALID_UTF8);
+    if (prefix.length != 0 && !isNcName(prefix.bytes, prefix.length)) return fail(STATUS_INVALID_UTF8);
+    if (reservedName(prefix, uri) != nullptr) return fail(STATUS_INVALID_UTF8);
     declare(tag, prefix, uri);
   }
 

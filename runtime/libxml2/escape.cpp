@@ -56,14 +56,6 @@ struct PlainBytes {
 
 constexpr PlainBytes plainBytes;
 
-constexpr bool isNameStart(unsigned char byte) {
-  return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || byte == '_' || byte >= 0x80;
-}
-
-constexpr bool isNameByte(unsigned char byte) {
-  return isNameStart(byte) || (byte >= '0' && byte <= '9') || byte == '-' || byte == '.';
-}
-
 // Copies plain bytes from a position on. Returns the position that it has reached.
 [[gnu::noinline]] size_t copyCarefully(char *to, const char *text, size_t i, size_t length, Escape escape) {
   uintptr_t word;
@@ -194,21 +186,6 @@ bool isXmlText(const char *text, size_t length) {
     i += taken;
   }
   return true;
-}
-
-bool isNcName(const char *name, size_t length) {
-  if (length == 0 || !isNameStart(static_cast<unsigned char>(name[0]))) return false;
-  for (size_t i = 1; i < length; i++) {
-    if (!isNameByte(static_cast<unsigned char>(name[i]))) return false;
-  }
-  return true;
-}
-
-bool isQualifiedName(const char *name, size_t length) {
-  const char *colon = length == 0 ? nullptr : static_cast<const char *>(memchr(name, ':', length));
-  if (colon == nullptr) return isNcName(name, length);
-  const size_t prefixLength = static_cast<size_t>(colon - name);
-  return isNcName(name, prefixLength) && isNcName(colon + 1, length - prefixLength - 1);
 }
 
 size_t writeDecimal(double value, char (&digits)[decimalDigits]) {

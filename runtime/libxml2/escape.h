@@ -34,10 +34,6 @@ bool copyXmlText(char *to, const char *text, size_t length);
 // True if copyXmlText can copy the text.
 bool isXmlText(const char *text, size_t length);
 
-// True for a name without a colon, and for "name" or "prefix:name". Beyond ASCII every byte is accepted.
-bool isNcName(const char *name, size_t length);
-bool isQualifiedName(const char *name, size_t length);
-
 // Writes the digits of a double into digits: the fewest that give the same number back, no exponent, and no point if
 // it is whole. Returns their number, or 0 if it is not a number or infinite.
 inline constexpr size_t decimalDigits = 352;

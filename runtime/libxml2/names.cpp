@@ -2,6 +2,7 @@
 
 #include "namespace.h"
 #include "rtxStatus.h"
+#include "xmlName.h"
 
 #include <string.h>
 
@@ -12,19 +13,27 @@ namespace {
 constexpr char xmlUri[] = "http://www.w3.org/XML/1998/namespace";
 constexpr char xmlnsUri[] = "http://www.w3.org/2000/xmlns/";
 
-// The parser has looked at the first character of the whole name only. Beyond ASCII it is not worth a table here.
-bool mayStartLocalName(char first) {
-  return first != '\0' && first != '-' && first != '.' && !(first >= '0' && first <= '9');
-}
+} // namespace
 
-// Why a declaration is wrong, or null. prefix empty: of the default namespace.
-const char *declarationFault(Text prefix, Text uri) {
+const char *reservedName(Text prefix, Text uri) {
   if (prefix.is("xmlns")) return "the prefix xmlns cannot be declared";
   if (prefix.is("xml")) return uri.is(xmlUri) ? nullptr : "the prefix xml cannot be bound to another namespace";
   if (uri.is(xmlUri)) return "the namespace of xml cannot be bound to another prefix";
   if (uri.is(xmlnsUri)) return "the namespace of xmlns cannot be declared";
-  if (prefix.length != 0 && uri.length == 0) return "a prefix cannot be undeclared";
   return nullptr;
+}
+
+namespace {
+
+// Why a declaration is wrong, or null. prefix empty: of the default namespace.
+const char *declarationFault(Text prefix, Text uri) {
+  if (const char *fault = reservedName(prefix, uri)) return fault;
+  return prefix.length != 0 && uri.length == 0 ? "a prefix cannot be undeclared" : nullptr;
+}
+
+// The parser has looked at the first character of the whole name only.
+bool isLocalName(Text name) {
+  return name.length != 0 && nameStart(name.bytes, name.length) != 0 && memchr(name.bytes, ':', name.length) == nullptr;
 }
 
 // A prefixed attribute whose name has been resolved.
@@ -83,7 +92,7 @@ NameParts splitName(const char *name) {
   parts.localLength = static_cast<uint32_t>(strlen(parts.local));
   if (colon == nullptr)
     parts.kind = strcmp(name, "xmlns") == 0 ? NameKind::defaultDeclaration : NameKind::plain;
-  else if (colon == name || !mayStartLocalName(*parts.local) || strchr(parts.local, ':') != nullptr)
+  else if (colon == name || !isLocalName(parts.localName()))
     parts.kind = NameKind::malformed;
   else
     parts.kind = parts.prefix().is("xmlns") ? NameKind::prefixDeclaration : NameKind::prefixed;

@@ -31,6 +31,9 @@ struct NameParts {
 
 NameParts splitName(const char *name);
 
+// What is wrong with declaring a prefix (empty: the default namespace) of a namespace that XML has reserved, or null.
+const char *reservedName(Text prefix, Text uri);
+
 // The parts of names that were seen lately. A name is known by its address: the parser keeps one copy of each, which
 // lives as long as its dictionary, so forget all when that goes. The copies lie side by side, so that the names of a
 // document take different slots.

@@ -500,6 +500,52 @@ TEST_F(Encode, DefaultDeclarationThatWouldMoveAnUnprefixedTagIsLeftOut) {
   EXPECT_EQ(infoset(take()), "{urn:a}e[]()");
 }
 
+TEST_F(Encode, ReservedAndImpossibleNamesOfRecordsAreRefused) {
+  const struct {
+    const char *prefix;
+    const char *uri;
+    int status;
+  } declarations[] = {{"xml", "http://www.w3.org/XML/1998/namespace", 0},
+                      {"xml", "urn:x", STATUS_INVALID_UTF8},
+                      {"xmlns", "urn:x", STATUS_INVALID_UTF8},
+                      {"p", "http://www.w3.org/XML/1998/namespace", STATUS_INVALID_UTF8},
+                      {"p", "http://www.w3.org/2000/xmlns/", STATUS_INVALID_UTF8},
+                      {"", "http://www.w3.org/XML/1998/namespace", STATUS_INVALID_UTF8},
+                      {"\xC3\xA9", "urn:x", 0},
+                      {"\x8F", "urn:x", STATUS_INVALID_UTF8},
+                      {"a\xC3\x97", "urn:x", STATUS_INVALID_UTF8}}; // a multiplication sign
+  for (const auto &row : declarations) {
+    SCOPED_TRACE(testing::Message() << row.prefix << "=" << row.uri);
+    const Declarations list = {{row.prefix, row.uri}};
+    EXPECT_EQ(rtXmlEncStartElement(ctx, "e", nullptr, &list, true), row.status);
+    if (row.status == 0) {
+      EXPECT_EQ(rtXmlEncEndElement(ctx, "e", nullptr), 0);
+    }
+    rtxErrClear(ctx);
+    ASSERT_EQ(rtxSetOutputDynamic(ctx), 0);
+  }
+  const struct {
+    const char *name;
+    const char *value;
+    int status;
+  } attributes[] = {{"p:\xC3\xA9", "v", 0},
+                    {"\x8F", "v", STATUS_INVALID_UTF8},
+                    {"p:\x8F\x9A", "v", STATUS_INVALID_UTF8},
+                    {"\xC3\xA9:\xC3\x97", "v", STATUS_INVALID_UTF8},
+                    {"xmlns:xml", "urn:x", STATUS_INVALID_UTF8},
+                    {"xmlns:xmlns", "urn:x", STATUS_INVALID_UTF8}};
+  for (const auto &row : attributes) {
+    SCOPED_TRACE(row.name);
+    RtxNamePair pair = {row.name, row.value};
+    RtxListNode node = {&pair, nullptr, nullptr};
+    const RtxAttrList list = {{1, &node, &node}};
+    ASSERT_EQ(rtXmlEncStartElement(ctx, "e", nullptr, nullptr, false), 0);
+    EXPECT_EQ(rtXmlEncAnyAttr(ctx, &list), row.status);
+    rtxErrClear(ctx);
+    ASSERT_EQ(rtxSetOutputDynamic(ctx), 0);
+  }
+}
+
 TEST_F(Encode, DeclarationTextsAreEscaped) {
   const Declarations list = {{"p", "urn:a?b&c"}};
   ASSERT_EQ(rtXmlEncStartElement(ctx, "e", nullptr, &list, false), 0);

@@ -39,23 +39,26 @@ Text textOf(const char *text) { return {text, strlen(text)}; }
 constexpr size_t firstCapacity = 256;
 constexpr size_t longestEscape = 8;
 
-// Room for length more bytes, or null.
-char *grow(AnyHandler &self, size_t length) {
-  if (self.capacity - self.length < length) {
-    size_t capacity = self.capacity == 0 ? firstCapacity : self.capacity + self.capacity / 2;
-    if (capacity - self.length < length) capacity = self.length + length;
-    char *larger = static_cast<char *>(rtxMemHeapAlloc(self.context, capacity));
-    if (larger == nullptr) return nullptr;
-    if (self.length != 0) memcpy(larger, self.delegateStorage, self.length);
-    rtxMemHeapFreePtr(self.context, self.delegateStorage);
-    self.delegateStorage = larger;
-    self.capacity = capacity;
-  }
+[[gnu::cold, gnu::noinline]] bool grow(AnyHandler &self, size_t length) {
+  size_t capacity = self.capacity == 0 ? firstCapacity : self.capacity + self.capacity / 2;
+  if (capacity - self.length < length) capacity = self.length + length;
+  char *larger = static_cast<char *>(rtxMemHeapAlloc(self.context, capacity));
+  if (larger == nullptr) return false;
+  if (self.length != 0) memcpy(larger, self.delegateStorage, self.length);
+  rtxMemHeapFreePtr(self.context, self.delegateStorage);
+  self.delegateStorage = larger;
+  self.capacity = capacity;
+  return true;
+}
+
+// Where length more bytes have room, or null.
+inline char *room(AnyHandler &self, size_t length) {
+  if (self.capacity - self.length < length && !grow(self, length)) return nullptr;
   return static_cast<char *>(self.delegateStorage) + self.length;
 }
 
-bool append(AnyHandler &self, Text text) {
-  char *to = grow(self, text.length);
+inline bool append(AnyHandler &self, Text text) {
+  char *to = room(self, text.length);
   if (to == nullptr) return false;
   memcpy(to, text.bytes, text.length);
   self.length += text.length;
@@ -68,19 +71,24 @@ template <size_t size> bool append(AnyHandler &self, const char (&literal)[size]
 
 bool appendEscaped(AnyHandler &self, Text text, Escape escape) {
   while (text.length != 0) {
-    char *to = grow(self, text.length + longestEscape);
+    char *to = room(self, text.length + longestEscape);
     if (to == nullptr) return false;
     const size_t plain = copyPlain(to, text.bytes, text.length, escape);
     text.bytes += plain;
     text.length -= plain;
     self.length += plain;
-    if (text.length == 0) break;
-    const Escaped escaped = escapeFirst(text.bytes, text.length, escape);
-    memcpy(to + plain, escaped.bytes, escaped.length);
-    self.length += escaped.length;
-    const size_t taken = escaped.taken == 0 ? 1 : escaped.taken; // the parser delivers nothing else
-    text.bytes += taken;
-    text.length -= taken;
+    while (text.length != 0) { // up to the next ASCII character that needs no look
+      to = room(self, longestEscape);
+      if (to == nullptr) return false;
+      const Escaped escaped = escapeFirst(text.bytes, text.length, escape);
+      for (size_t i = 0; i < escaped.length; i++)
+        to[i] = escaped.bytes[i];
+      self.length += escaped.length;
+      const size_t taken = escaped.taken == 0 ? 1 : escaped.taken; // the parser delivers nothing else
+      text.bytes += taken;
+      text.length -= taken;
+      if (escaped.taken == 1 && escaped.bytes == text.bytes - 1) break;
+    }
   }
   return true;
 }

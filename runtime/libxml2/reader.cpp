@@ -532,8 +532,8 @@ int rtSaxCParse(RtSaxReader *reader) {
   reader->skipAsked = false;
   reader->lines = {};
   reader->found = {};
-  // A second half is for the fragments themselves. What does not fit is not copied again for each further fragment.
-  reader->fragment.borrowable = reader->internals.options.heapLimit / 2;
+  // The rest is for the fragments themselves. What does not fit is not copied again for each further fragment.
+  reader->fragment.borrowable = reader->internals.options.heapLimit / 4;
   reader->status = 0;
   reader->current = reader->elements;
   reader->skipped = nullptr;

@@ -20,8 +20,7 @@ public:
   explicit SystemAllocator(const RuntimeOptions &options);
 
   void *allocate(size_t size);
-  void *allocateAtOnce(size_t size); // a small block that needs no new page; else null, though there may be storage
-  void release(void *block);         // null: nothing
+  void release(void *block); // null: nothing
   uint64_t callsMade() const { return calls; }
 
 private:

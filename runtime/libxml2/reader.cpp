@@ -343,7 +343,11 @@ private:
 
 bool makeParser(RtSaxReader &reader) {
   if (reader.source != nullptr) return true;
-  static const bool initialised = (xmlInitParser(), true);
+  static const bool initialised = [&reader] {
+    const ErrorsToReader errors(reader); // inside: no other thread may touch what is only being made ready
+    xmlInitParser();
+    return true;
+  }();
   static_cast<void>(initialised);
   const ErrorsToReader errors(reader);
   if (reader.parser == nullptr) reader.parser = xmlNewParserCtxt();

@@ -29,6 +29,11 @@ std::string encoded(RuntimeContext *ctx, const Encode &encode) {
   return std::string(text, length);
 }
 
+std::string withoutDeclaration(const std::string &document) {
+  if (!document.starts_with("<?xml ")) return document;
+  return document.substr(document.find_first_not_of("\n", document.find("?>") + 2));
+}
+
 void everyOutputSize(const Encode &encode) {
   constexpr char canary = '\x5A';
   constexpr size_t canaries = 64;

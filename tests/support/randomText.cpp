@@ -87,4 +87,18 @@ std::string foreignElement(Random &random, uint32_t depth, bool top) {
 
 std::string randomForeignElement(Random &random) { return foreignElement(random, 0, true); }
 
+std::string randomlyDamaged(Random &random, std::string text) {
+  for (uint32_t left = 1 + random.below(3); left != 0; --left) {
+    const size_t at = random.below(static_cast<uint32_t>(text.size()));
+    switch (random.below(3)) {
+    case 0: text[at] = static_cast<char>(random.below(256)); break;
+    case 1: text.erase(at, 1 + random.below(5)); break;
+    default:
+      text.insert(at, text.substr(random.below(static_cast<uint32_t>(text.size())), 1 + random.below(20)));
+      break;
+    }
+  }
+  return text;
+}
+
 } // namespace support

@@ -24,4 +24,7 @@ std::string randomText(Random &random, uint32_t maxCharacters);
 // declaration where it is used.
 std::string randomForeignElement(Random &random);
 
+// The text with one to three pieces of it changed, removed or doubled.
+std::string randomlyDamaged(Random &random, std::string text);
+
 } // namespace support

@@ -1,24 +1,14 @@
 // Bodies from the field, where a folder of them is named by IMSCODEC_CORPUS. Only what holds for any body is asserted;
 // the table shows the rest.
+#include "corpus.h"
 #include "debugInfo.h"
-#include "xmlJudge.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iostream>
-#include <iterator>
 
 using namespace debugInfo;
-using support::Context;
+using support::CorpusBody;
 
 namespace {
-
-std::string contents(const std::filesystem::path &path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 // Whether a decoder has nothing to say against an element: judged from the tree, by the rule in words.
 bool inOrder(const support::XmlElement &element);
@@ -62,56 +52,30 @@ bool inOrder(const support::XmlElement &element) {
   return element.attributes.empty();
 }
 
-void expectRecordsWithPlace(RuntimeContext *ctx, int status) {
-  EXPECT_EQ(status == 0, rtxErrCount(ctx) == 0);
-  for (uint32_t i = 0; const RtxError *error = rtxErrAt(ctx, i); ++i)
-    EXPECT_GT(error->line, 0u) << support::errorText(*error);
-}
-
 TEST(Corpus, EveryBodyIsReadOrRefusedInOrder) {
-  const char *corpus = std::getenv("IMSCODEC_CORPUS");
-  if (corpus == nullptr || *corpus == '\0') GTEST_SKIP() << "IMSCODEC_CORPUS names no folder of bodies";
-  std::vector<std::filesystem::path> files;
-  for (const auto &entry : std::filesystem::directory_iterator(std::filesystem::path(corpus) / "debuginfo"))
-    if (entry.is_regular_file()) files.push_back(entry.path());
-  std::sort(files.begin(), files.end());
-  ASSERT_FALSE(files.empty());
-
   const Document &document = documentOf("debuginfo");
-  std::string table;
-  for (const std::filesystem::path &file : files) {
-    SCOPED_TRACE(file.filename().string());
-    const std::string text = contents(file);
-    const auto tree = support::parseXml(text);
-    Context ctx;
-    ASSERT_EQ(support::setInput(ctx, text), 0);
-    std::string value;
-    {
-      support::HeapBalance balance(ctx);
-      Held held(ctx, document);
-      const int status = document.decode(ctx, held);
-      held.owned = true;
-      expectRecordsWithPlace(ctx, status);
-      if (!tree) {
-        EXPECT_EQ(status, STATUS_PARSE_FAILED);
-      } else if (inOrder(*tree)) {
-        EXPECT_EQ(status, 0) << support::errors(ctx);
-      }
-      value = dump(document, held);
-      if (status == 0) {
-        EXPECT_EQ(decode(document, encode(ctx, document, held)).value, value) << "written and read again";
-      }
+  support::everyCorpusBody("debuginfo", [&](RuntimeContext *ctx, const CorpusBody &body) {
+    Held held(ctx, document);
+    int status = document.decode(ctx, held);
+    held.owned = true;
+    support::expectRecordsWithPlace(ctx, status);
+    if (!body.tree) {
+      EXPECT_EQ(status, STATUS_PARSE_FAILED);
+    } else if (inOrder(*body.tree)) {
+      EXPECT_EQ(status, 0) << support::errors(ctx);
+    }
+    const std::string value = dump(document, held);
+    if (status == 0) {
+      EXPECT_EQ(decode(document, encode(ctx, document, held)).record, value) << "written and read again";
     }
     const std::string decoded = brief(ctx);
     rtxErrClear(ctx);
-    ASSERT_EQ(support::setInput(ctx, text), 0);
-    const int status = document.validate(ctx);
-    expectRecordsWithPlace(ctx, status);
-    EXPECT_EQ(status == STATUS_PARSE_FAILED, !tree);
-    table += file.filename().string() + (tree ? "" : " (not well-formed)") + "\n  decoded: " + decoded +
-             "\n  validated: " + brief(ctx) + "\n  " + value + "\n";
-  }
-  std::cout << table;
+    EXPECT_EQ(support::setInput(ctx, body.text), 0);
+    status = document.validate(ctx);
+    support::expectRecordsWithPlace(ctx, status);
+    EXPECT_EQ(status == STATUS_PARSE_FAILED, !body.tree);
+    return "\n  decoded: " + decoded + "\n  validated: " + brief(ctx) + "\n  " + value;
+  });
 }
 
 } // namespace

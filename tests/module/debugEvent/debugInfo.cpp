@@ -440,16 +440,7 @@ std::string dump(const Document &document, const Value &value) {
 
 // ---- Reading and writing ----------------------------------------------------------------------------------------
 
-std::string brief(RuntimeContext *ctx) {
-  std::string all;
-  for (uint32_t i = 0; const RtxError *error = rtxErrAt(ctx, i); ++i) {
-    // errorText without the trail.
-    RtxError placeless = *error;
-    placeless.siteCount = 0;
-    all += (i == 0 ? "" : "; ") + support::errorText(placeless);
-  }
-  return all;
-}
+std::string brief(RuntimeContext *ctx) { return support::errorsWithoutPlaces(ctx); }
 
 Reading decodeInput(RuntimeContext *ctx, const Document &document) {
   Held held(ctx, document);
@@ -461,30 +452,26 @@ Reading decodeInput(RuntimeContext *ctx, const Document &document) {
 }
 
 Reading decode(RuntimeContext *ctx, const Document &document, const std::string &text) {
-  const int set = support::setInput(ctx, text);
-  if (set != 0) return {set, "", brief(ctx)};
-  support::HeapBalance balance(ctx, "by decoding " + text);
-  return decodeInput(ctx, document);
+  return support::readDocument(ctx, text, [&](RuntimeContext *c) { return decodeInput(c, document); });
 }
 
 Reading decode(const Document &document, const std::string &text) {
-  support::Context ctx;
-  return decode(ctx, document, text);
+  return support::readDocument(text, [&](RuntimeContext *c) { return decodeInput(c, document); });
 }
 
 Reading decode(std::string_view root, const std::string &text) { return decode(documentOf(root), text); }
 
-Reading validate(RuntimeContext *ctx, const Document &document, const std::string &text) {
-  const int set = support::setInput(ctx, text);
-  if (set != 0) return {set, "", brief(ctx)};
-  support::HeapBalance balance(ctx, "by validating " + text);
+static Reading validateInput(RuntimeContext *ctx, const Document &document) {
   const int status = document.validate(ctx);
   return {status, "", brief(ctx)};
 }
 
+Reading validate(RuntimeContext *ctx, const Document &document, const std::string &text) {
+  return support::readDocument(ctx, text, [&](RuntimeContext *c) { return validateInput(c, document); });
+}
+
 Reading validate(const Document &document, const std::string &text) {
-  support::Context ctx;
-  return validate(ctx, document, text);
+  return support::readDocument(text, [&](RuntimeContext *c) { return validateInput(c, document); });
 }
 
 Reading validate(std::string_view root, const std::string &text) { return validate(documentOf(root), text); }
@@ -497,13 +484,8 @@ std::string element(std::string_view root, std::string_view attributes, std::str
 std::string element(std::string_view root, std::string_view content) { return element(root, "", content); }
 
 std::string encode(RuntimeContext *ctx, const Document &document, const Value &value) {
-  return withoutDeclaration(support::encoded(ctx, [&](RuntimeContext *c) { return document.encode(c, value); }));
-}
-
-std::string withoutDeclaration(const std::string &text) {
-  if (!text.starts_with("<?xml ")) return text;
-  const size_t end = text.find("?>") + 2;
-  return text.substr(text.find_first_not_of("\n", end));
+  return support::withoutDeclaration(
+      support::encoded(ctx, [&](RuntimeContext *c) { return document.encode(c, value); }));
 }
 
 std::string spelled(std::string_view body, std::string_view prefix) {

@@ -3,6 +3,7 @@
 
 #include "DebugEvent/QxXmlDebugEvent.h"
 #include "context.h"
+#include "documentReading.h"
 #include "documents.h"
 #include "errors.h"
 #include "output.h"
@@ -166,12 +167,8 @@ template <typename Item> std::vector<const Item *> items(const RtxList &list) {
 // "-44(abc,tns__control,depth); -41(x)": the records of a context without the places that they name.
 std::string brief(RuntimeContext *ctx);
 
-// What reading came to.
-struct Reading {
-  int status;
-  std::string value;  // as dump, "untouched" for storage that is as it was
-  std::string errors; // as brief
-};
+// The value of a Reading is its record: as dump, "untouched" for storage that is as it was.
+using support::Reading;
 
 // Decodes, validates the context's input, and releases what it got.
 Reading decodeInput(RuntimeContext *ctx, const Document &document);
@@ -188,7 +185,6 @@ std::string element(std::string_view root, std::string_view content);
 
 // What a document's encoder writes, without the XML declaration.
 std::string encode(RuntimeContext *ctx, const Document &document, const Value &value);
-std::string withoutDeclaration(const std::string &text);
 
 // A body with every "q:" replaced: "tns:", or nothing.
 std::string spelled(std::string_view body, std::string_view prefix);

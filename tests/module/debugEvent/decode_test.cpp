@@ -20,7 +20,7 @@ TEST(Decode, EverySpelling) {
     everySpelling(completeBody(*document), namespaceUri, [&](RuntimeContext *ctx, const SpelledDocument &) {
       const Reading reading = decodeInput(ctx, *document);
       EXPECT_EQ(reading.status, 0);
-      EXPECT_EQ(reading.value, completeDump(*document));
+      EXPECT_EQ(reading.record, completeDump(*document));
       EXPECT_EQ(reading.errors, "");
       EXPECT_EQ(document->validate(ctx), 0);
       EXPECT_EQ(support::errors(ctx), "");
@@ -50,7 +50,7 @@ TEST(Decode, AllOfWhatStandsBetweenElementsIsNoOnes) {
                      "one<start-trigger>two<from>f</from>&amp;</start-trigger> <!-- --><stop-trigger><![CDATA[three]]>"
                      "</stop-trigger>\n<control>\t<interface>i</interface>four</control>five"));
   EXPECT_EQ(reading.status, 0) << reading.errors;
-  EXPECT_EQ(reading.value, "id=s start{from=f} stop{} control{interface=i}");
+  EXPECT_EQ(reading.record, "id=s start{from=f} stop{} control{interface=i}");
 }
 
 TEST(Decode, NothingButAttributesIsRequired) {
@@ -60,7 +60,7 @@ TEST(Decode, NothingButAttributesIsRequired) {
     for (const std::string &text : {element(root, ""), "<"s + root + "/>", element(root, " \n ")}) {
       const Reading reading = decode(root, text);
       EXPECT_EQ(reading.status, 0) << reading.errors;
-      EXPECT_EQ(reading.value, value);
+      EXPECT_EQ(reading.record, value);
       EXPECT_EQ(validate(root, text).status, 0);
     }
   }
@@ -84,7 +84,7 @@ TEST(Decode, ChildrenThatAreMissingAreNoError) {
   for (const Case &c : cases) {
     const Reading reading = decode(c.root, c.text);
     EXPECT_EQ(reading.status, 0) << reading.errors;
-    EXPECT_EQ(reading.value, c.value);
+    EXPECT_EQ(reading.record, c.value);
     EXPECT_EQ(validate(c.root, c.text).status, 0);
   }
 }
@@ -189,7 +189,7 @@ void expectSequence(RuntimeContext *ctx, const Grammar &grammar, size_t number, 
   rtxErrClear(ctx);
   const Reading reading = decode(ctx, documentOf(grammar.root), text);
   EXPECT_EQ(reading.status, status) << text;
-  EXPECT_EQ(reading.value, value) << text;
+  EXPECT_EQ(reading.record, value) << text;
   EXPECT_EQ(reading.errors, refused) << text;
   rtxErrClear(ctx);
   const Reading checked = validate(ctx, documentOf(grammar.root), text);
@@ -219,7 +219,7 @@ TEST(Decode, AllChildrenInTheirOrderAreTaken) {
     }
     const Reading reading = decode(grammar.root, element(grammar.root, grammar.attributes, content));
     EXPECT_EQ(reading.errors, "");
-    EXPECT_EQ(reading.value, value);
+    EXPECT_EQ(reading.record, value);
   }
 }
 
@@ -227,7 +227,7 @@ TEST(Decode, DepthWithoutAnInterfaceIsOutOfOrder) {
   const std::string text = element("control", "<depth>maximum</depth><debug-id>43aa55</debug-id>");
   const Reading reading = decode("control", text);
   EXPECT_EQ(reading.status, STATUS_UNEXPECTED_ELEMENT);
-  EXPECT_EQ(reading.value, "interface=-");
+  EXPECT_EQ(reading.record, "interface=-");
   EXPECT_EQ(reading.errors, "-41(depth); -41(debug-id)");
   EXPECT_EQ(validate("control", text).errors, "-41(depth); -41(debug-id)");
 }
@@ -267,7 +267,7 @@ TEST(Decode, NamespacesDecideWhatIsForeign) {
     const std::string text = element(c.root, c.attributes, c.content);
     const Reading reading = decode(c.root, text);
     EXPECT_EQ(reading.status, *c.errors == '\0' ? 0 : STATUS_UNEXPECTED_ELEMENT);
-    EXPECT_EQ(reading.value, c.value);
+    EXPECT_EQ(reading.record, c.value);
     EXPECT_EQ(reading.errors, c.errors);
   }
 }
@@ -289,7 +289,7 @@ void expectAttributes(const AttributeCase &c) {
   const Reading reading = decode(c.root, text);
   EXPECT_EQ(reading.status, firstStatus(c.errors));
   if (c.value != nullptr) {
-    EXPECT_EQ(reading.value, c.value);
+    EXPECT_EQ(reading.record, c.value);
   }
   EXPECT_EQ(reading.errors, c.errors);
   const Reading checked = validate(c.root, text);
@@ -407,7 +407,7 @@ TEST(DecodeAttributes, OfSimpleChildrenAreReportedAndTheChildIsRead) {
   const Reading reading = decode("session", text);
   EXPECT_EQ(reading.status, STATUS_UNKNOWN_ATTRIBUTE);
   EXPECT_EQ(reading.errors, errors);
-  EXPECT_EQ(reading.value, "id=s start{from=f debug-id=0A} stop{reason=1} control{interface=i}");
+  EXPECT_EQ(reading.record, "id=s start{from=f debug-id=0A} stop{reason=1} control{interface=i}");
   EXPECT_EQ(validate("session", text).errors, errors);
 }
 
@@ -446,7 +446,7 @@ TEST(DecodeAttributes, QualifiedNamesAreReadToo) {
     const std::string id = c.id == nullptr ? "-" : c.id;
     const Reading reading = decode("session", c.text);
     EXPECT_EQ(reading.status, firstStatus(c.errors));
-    EXPECT_EQ(reading.value, "id=" + id + " start{} stop{} control{interface=-}");
+    EXPECT_EQ(reading.record, "id=" + id + " start{} stop{} control{interface=-}");
     EXPECT_EQ(reading.errors, c.errors);
     EXPECT_EQ(validate("session", c.text).errors, c.errors);
   }
@@ -461,8 +461,8 @@ TEST(DecodeAttributes, QualifiedNamesOfAllAttributes) {
                            "\" q:id=\"t\"/></debugconfig></p:debuginfo>";
   const Reading reading = decode("debuginfo", text);
   EXPECT_EQ(reading.errors, "");
-  EXPECT_EQ(reading.value, "version=9 state=1 debugconfig{aor=a session{id=s start{} stop{} control{interface=-}}} "
-                           "debugconfig{aor=b session{id=t start{} stop{} control{interface=-}}}");
+  EXPECT_EQ(reading.record, "version=9 state=1 debugconfig{aor=a session{id=s start{} stop{} control{interface=-}}} "
+                            "debugconfig{aor=b session{id=t start{} stop{} control{interface=-}}}");
   EXPECT_EQ(validate("debuginfo", text).errors, "");
 }
 
@@ -478,7 +478,7 @@ TEST(DecodeAttributes, OneAttributeUnderTwoPrefixesTakesNothingAway) {
   const Reading reading = decode("session", "<p:session xmlns:p=\""s + namespaceUri + "\" xmlns:q=\"" + namespaceUri +
                                                 "\" p:id=\"s\" q:id=\"t\"/>");
   EXPECT_LT(reading.status, 0);
-  EXPECT_EQ(reading.value.find("id=t"), std::string::npos) << reading.value;
+  EXPECT_EQ(reading.record.find("id=t"), std::string::npos) << reading.record;
 }
 
 // ---- Content of simple children ---------------------------------------------------------------------------------
@@ -518,11 +518,11 @@ TEST(DecodeContent, TextIsKeptButForTheWhiteSpaceOfTimes) {
       const std::string text = element(child.root, "<" + name + ">" + c.content + "</" + name + ">");
       const Reading reading = decode(child.root, text);
       EXPECT_EQ(reading.status, 0) << reading.errors;
-      EXPECT_EQ(reading.value, name + "=" + (child.collapsed ? c.collapsed : c.text));
+      EXPECT_EQ(reading.record, name + "=" + (child.collapsed ? c.collapsed : c.text));
       EXPECT_EQ(validate(child.root, text).status, 0);
     }
     const Reading empty = decode(child.root, element(child.root, "<"s + child.name + "/>"));
-    EXPECT_EQ(empty.value, child.name + "="s) << "an empty text, not an absent one";
+    EXPECT_EQ(empty.record, child.name + "="s) << "an empty text, not an absent one";
   }
 }
 
@@ -540,7 +540,7 @@ TEST(DecodeContent, LongTextArrivesWhole) {
   std::string text;
   for (int i = 0; i < 20000; ++i)
     text += "line " + std::to_string(i) + "\n";
-  EXPECT_EQ(decode("control", element("control", "<interface>" + text + "</interface><depth>minimum</depth>")).value,
+  EXPECT_EQ(decode("control", element("control", "<interface>" + text + "</interface><depth>minimum</depth>")).record,
             "interface=" + text + " depth=1");
 }
 
@@ -550,7 +550,7 @@ TEST(DecodeContent, ElementsInsideASimpleChildAreNotLookedAt) {
              element("control", "<interface>a<b k='1'>b<depth>c</depth></b>d</interface><depth>mini<b>m</b>um</depth>"
                                 "<debug-id>4<b>3<c/></b>A<d/>A</debug-id>"));
   EXPECT_EQ(reading.errors, "");
-  EXPECT_EQ(reading.value, "interface=abcd depth=1 debug-id=43AA");
+  EXPECT_EQ(reading.record, "interface=abcd depth=1 debug-id=43AA");
 }
 
 TEST(DecodeContent, CodesConvertOrNot) {
@@ -576,9 +576,9 @@ TEST(DecodeContent, CodesConvertOrNot) {
     for (int code = 0; code < 2; ++code) {
       const Reading reading = decode(c.root, text(c.texts[code]));
       EXPECT_EQ(reading.errors, "");
-      EXPECT_EQ(reading.value, shown(std::to_string(code)));
+      EXPECT_EQ(reading.record, shown(std::to_string(code)));
       const std::string pieces = c.texts[code];
-      EXPECT_EQ(decode(c.root, text(pieces.substr(0, 3) + "<!-- --><![CDATA[" + pieces.substr(3) + "]]>")).value,
+      EXPECT_EQ(decode(c.root, text(pieces.substr(0, 3) + "<!-- --><![CDATA[" + pieces.substr(3) + "]]>")).record,
                 shown(std::to_string(code)));
     }
     for (const std::string &wrong :
@@ -587,7 +587,7 @@ TEST(DecodeContent, CodesConvertOrNot) {
       const std::string errors = "-4(" + wrong + "); -44(" + wrong + "," + c.type + "," + c.name + ")";
       const Reading reading = decode(c.root, text(wrong));
       EXPECT_EQ(reading.status, STATUS_ENUM_NOT_FOUND);
-      EXPECT_EQ(reading.value, shown(""));
+      EXPECT_EQ(reading.record, shown(""));
       EXPECT_EQ(reading.errors, errors);
       EXPECT_EQ(validate(c.root, text(wrong)).errors, errors);
     }
@@ -641,7 +641,7 @@ TEST(DecodeHex, ConvertsOrNot) {
     const std::string start = element("start-trigger", "<method>m</method>" + child);
     const Reading reading = decode("start-trigger", start);
     EXPECT_EQ(reading.status, firstStatus(c.errors));
-    EXPECT_EQ(reading.value, "method=m"s + (c.bytes == nullptr ? "" : " debug-id="s + c.bytes));
+    EXPECT_EQ(reading.record, "method=m"s + (c.bytes == nullptr ? "" : " debug-id="s + c.bytes));
     EXPECT_EQ(reading.errors, c.errors);
     EXPECT_EQ(validate("start-trigger", start).errors, c.errors);
 
@@ -649,7 +649,7 @@ TEST(DecodeHex, ConvertsOrNot) {
     std::string errors = c.errors;
     if (const size_t at = errors.find("start_trigger"); at != std::string::npos) errors.replace(at, 13, "control");
     const Reading inControl = decode("control", control);
-    EXPECT_EQ(inControl.value, "interface=i"s + (c.bytes == nullptr ? "" : " debug-id="s + c.bytes));
+    EXPECT_EQ(inControl.record, "interface=i"s + (c.bytes == nullptr ? "" : " debug-id="s + c.bytes));
     EXPECT_EQ(inControl.errors, errors);
     EXPECT_EQ(validate("control", control).errors, errors);
   }
@@ -681,7 +681,7 @@ TEST(DecodeHex, IsTheSameForEveryWayOfCutting) {
         cut.insert(second, "<!---->").insert(first, "<!---->");
         const std::string text = element("start-trigger", "<debug-id>" + cut + "</debug-id>");
         const Reading reading = decode("start-trigger", text);
-        EXPECT_EQ(reading.value, value) << text;
+        EXPECT_EQ(reading.record, value) << text;
         EXPECT_EQ(reading.errors, errors) << text;
         EXPECT_EQ(validate("start-trigger", text).errors, errors) << text;
       }
@@ -693,7 +693,7 @@ TEST(DecodeHex, LongTextArrivesWhole) {
   std::string digits;
   for (size_t i = 0; i < 100000; ++i)
     digits += "0123456789ABCDEF"[(i * 7 + i / 16) % 16];
-  EXPECT_EQ(decode("start-trigger", element("start-trigger", "<debug-id>" + digits + "</debug-id>")).value,
+  EXPECT_EQ(decode("start-trigger", element("start-trigger", "<debug-id>" + digits + "</debug-id>")).record,
             "debug-id=" + digits);
   EXPECT_EQ(validate("start-trigger", element("start-trigger", "<debug-id>" + digits + "</debug-id>")).status, 0);
 }
@@ -706,8 +706,8 @@ TEST(DecodeHex, HalfAPairDoesNotReachTheNextElement) {
               "<interface>i</interface><debug-id>B2</debug-id></control></session>"
               "<session id='2'><start-trigger><debug-id>C3x</debug-id></start-trigger><stop-trigger><time>t</time>"
               "</stop-trigger><control><interface>j</interface><debug-id>D4</debug-id></control></session>"));
-  EXPECT_EQ(reading.value, "aor=a session{id=1 start{} stop{} control{interface=i debug-id=B2}} "
-                           "session{id=2 start{} stop{time=t} control{interface=j debug-id=D4}}");
+  EXPECT_EQ(reading.record, "aor=a session{id=1 start{} stop{} control{interface=i debug-id=B2}} "
+                            "session{id=2 start{} stop{time=t} control{interface=j debug-id=D4}}");
   EXPECT_EQ(reading.errors, "-44(0A1,tns__start_trigger,debug-id); -101");
 }
 
@@ -738,7 +738,7 @@ TEST(Decode, RootOfAnotherNameIsReportedAndRead) {
         const Reading reading = decode(*document, text);
         EXPECT_EQ(reading.status, STATUS_ROOT_MISMATCH);
         EXPECT_EQ(reading.errors, "-3(" + root + "," + other + ")") << text;
-        EXPECT_EQ(reading.value, completeDump(*document));
+        EXPECT_EQ(reading.record, completeDump(*document));
         EXPECT_EQ(validate(*document, text).errors, "-3(" + root + "," + other + ")");
       }
     }
@@ -749,7 +749,7 @@ TEST(Decode, RootIsKnownByItsLocalNameAlone) {
   const std::string text =
       "<control xmlns=\"urn:other\" xmlns:t=\""s + namespaceUri + "\"><t:interface>i</t:interface></control>";
   EXPECT_EQ(decode("control", text).errors, "");
-  EXPECT_EQ(decode("control", text).value, "interface=i");
+  EXPECT_EQ(decode("control", text).record, "interface=i");
 }
 
 TEST(Decode, ErrorsNameTheElementAsItIsSpelled) {
@@ -762,7 +762,7 @@ TEST(Decode, ErrorsNameTheElementAsItIsSpelled) {
         EXPECT_EQ(reading.errors, "-41(" + document.qualified("stop-trigger") + "); -44(4,tns__start_trigger," +
                                       document.qualified("debug-id") + "); -41(" + document.qualified("to") +
                                       "); -4(r); -44(r,tns__stop_trigger," + document.qualified("reason") + ")");
-        EXPECT_EQ(reading.value, "id=s start{} stop{} control{interface=-}");
+        EXPECT_EQ(reading.record, "id=s start{} stop{} control{interface=-}");
       });
 }
 
@@ -839,7 +839,7 @@ TEST(Decode, WithoutInputTheRecordIsNotTouched) {
   for (const Document &document : allDocuments()) {
     SCOPED_TRACE(document.root);
     Context ctx;
-    EXPECT_EQ(decodeInput(ctx, document).value, "untouched");
+    EXPECT_EQ(decodeInput(ctx, document).record, "untouched");
     ASSERT_EQ(rtxErrCount(ctx), 1u);
     const RtxError &error = *rtxErrAt(ctx, 0);
     EXPECT_EQ(error.status, STATUS_READER_FAILED);
@@ -850,7 +850,7 @@ TEST(Decode, WithoutInputTheRecordIsNotTouched) {
     ASSERT_EQ(rtxSetInput(ctx, nullptr, 0), 0) << "takes the input away";
     const Reading reading = decodeInput(ctx, document);
     EXPECT_EQ(reading.status, STATUS_READER_FAILED);
-    EXPECT_EQ(reading.value, "untouched");
+    EXPECT_EQ(reading.record, "untouched");
     if (document.kind != Kind::record) continue;
     rtxErrClear(ctx);
     EXPECT_EQ(document.validate(ctx), STATUS_READER_FAILED);
@@ -863,7 +863,7 @@ TEST(Decode, UnusableContextIsRefusedBeforeTheRecordIsTouched) {
   for (const Document &document : allDocuments()) {
     const Reading reading = decodeInput(&none, document);
     EXPECT_EQ(reading.status, STATUS_READER_FAILED) << document.root;
-    EXPECT_EQ(reading.value, "untouched") << document.root;
+    EXPECT_EQ(reading.record, "untouched") << document.root;
     if (document.kind == Kind::record) {
       EXPECT_EQ(document.validate(&none), STATUS_READER_FAILED) << document.root;
     }
@@ -904,7 +904,7 @@ TEST(Decode, KeepsWhatWasReadBeforeAFailure) {
   const Reading reading = decode("debuginfo", cut);
   EXPECT_EQ(reading.status, STATUS_PARSE_FAILED);
   const std::string complete = completeDump(documentOf("debuginfo"));
-  EXPECT_EQ(reading.value,
+  EXPECT_EQ(reading.record,
             complete.substr(0, complete.find(" icsi=", complete.find("sip:dave"))) + "} stop{} control{interface=-}}}");
 }
 
@@ -922,7 +922,7 @@ TEST(Decode, EarlierErrorIsReturnedThoughTheRecordIsFilled) {
   for (const Document *document : recordDocuments()) {
     const Reading second = decode(ctx, *document, spelled(completeBody(*document), ""));
     EXPECT_EQ(second.status, STATUS_UNEXPECTED_ELEMENT);
-    EXPECT_EQ(second.value, completeDump(*document));
+    EXPECT_EQ(second.record, completeDump(*document));
     EXPECT_EQ(validate(ctx, *document, spelled(completeBody(*document), "")).status, STATUS_UNEXPECTED_ELEMENT);
   }
   EXPECT_EQ(rtxErrCount(ctx), 1u);
@@ -945,8 +945,8 @@ TEST(Decode, DocumentCutOffLeavesNothingForTheNext) {
                "<debuginfo version='1' state='full'><p:debugconfig aor='b'><session id='s'><start-trigger><debug-id>0A"
                "</debug-id></start-trigger></session></p:debugconfig></debuginfo>");
     EXPECT_EQ(next.status, 0) << next.errors;
-    EXPECT_EQ(next.value, "version=1 state=0 debugconfig{aor=b session{id=s start{debug-id=0A} stop{} "
-                          "control{interface=-}}}");
+    EXPECT_EQ(next.record, "version=1 state=0 debugconfig{aor=b session{id=s start{debug-id=0A} stop{} "
+                           "control{interface=-}}}");
   }
 }
 
@@ -958,7 +958,7 @@ TEST(Decode, NoErrorBeyondTheLimitIsRecorded) {
   const std::string value = "version=0 state=0 debugconfig{aor=a session{id=s start{} stop{} control{interface=-}}}";
   Context all;
   const Reading reading = decode(all, documentOf("debuginfo"), bad);
-  EXPECT_EQ(reading.value, value);
+  EXPECT_EQ(reading.record, value);
   EXPECT_EQ(reading.errors,
             "-33(tns__debuginfo,k); -41(bogus); -33(tns__session,l); -41(bogus); -44(4,tns__start_trigger,debug-id); "
             "-41(start-trigger); -41(from)");
@@ -968,7 +968,7 @@ TEST(Decode, NoErrorBeyondTheLimitIsRecorded) {
     const Reading limited = decode(ctx, documentOf("debuginfo"), bad);
     EXPECT_EQ(rtxErrCount(ctx), std::min(limit, 7u)) << limited.errors;
     EXPECT_EQ(limited.status, limit == 0 ? 0 : STATUS_UNKNOWN_ATTRIBUTE) << "limit " << limit;
-    EXPECT_EQ(limited.value, value);
+    EXPECT_EQ(limited.record, value);
   }
 }
 
@@ -1032,7 +1032,7 @@ TEST(DecodeForeign, AttributesAreKept) {
   const Reading reading =
       decode("debuginfo", element("debuginfo", "version='0' state='full'", "<x:f xmlns:x=\"u\" k=\"1\" x:l=\"2\"/>"));
   EXPECT_EQ(reading.errors, "");
-  EXPECT_EQ(reading.value, "version=0 state=0 any=<x:f xmlns:x=\"u\" k=\"1\" x:l=\"2\"/>");
+  EXPECT_EQ(reading.record, "version=0 state=0 any=<x:f xmlns:x=\"u\" k=\"1\" x:l=\"2\"/>");
 }
 
 // ---- As it is found in the field ------------------------------------------------------------------------------------
@@ -1048,8 +1048,8 @@ TEST(Decode, BodiesWithoutAnInterfaceAreReadButForTheControl) {
   const Reading reading = decode("debuginfo", text);
   EXPECT_EQ(reading.status, STATUS_UNEXPECTED_ELEMENT);
   EXPECT_EQ(reading.errors, "-41(di:depth); -41(di:debug-id)");
-  EXPECT_EQ(reading.value, "version=2 state=0 debugconfig{aor=sip:erin@example.org session{id=17 "
-                           "start{time=2024-03-01 00:00:00.0} stop{} control{interface=-}}}");
+  EXPECT_EQ(reading.record, "version=2 state=0 debugconfig{aor=sip:erin@example.org session{id=17 "
+                            "start{time=2024-03-01 00:00:00.0} stop{} control{interface=-}}}");
   EXPECT_EQ(validate("debuginfo", text).errors, "-41(di:depth); -41(di:debug-id)");
 }
 

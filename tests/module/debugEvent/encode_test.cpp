@@ -101,7 +101,7 @@ TEST(Encode, AttributesAreQualifiedAndInOrder) {
   held->debuginfo.tns_state = 1;
   const std::string text = encode(ctx, document, held);
   EXPECT_TRUE(text.starts_with("<tns:debuginfo" + declaration + " tns:version=\"3\" tns:state=\"partial\"")) << text;
-  EXPECT_EQ(decode(document, text).value, "version=3 state=1");
+  EXPECT_EQ(decode(document, text).record, "version=3 state=1");
 }
 
 TEST(Encode, EachBitWritesItsOwnChild) {
@@ -219,9 +219,10 @@ TEST(Encode, CodesWithoutATextAreWrittenAsUnknown) {
     EXPECT_EQ(text(2), "_UNKNOWN_");
     EXPECT_EQ(text(65535), "_UNKNOWN_");
   }
-  EXPECT_NE(withoutDeclaration(support::encoded(ctx, [](RuntimeContext *c) { return QxXmlE_tns_reason(c, 65537); }))
-                .find(">session_end<"),
-            std::string::npos)
+  EXPECT_NE(
+      support::withoutDeclaration(support::encoded(ctx, [](RuntimeContext *c) { return QxXmlE_tns_reason(c, 65537); }))
+          .find(">session_end<"),
+      std::string::npos)
       << "only the low 16 bits count";
 
   Held stop(ctx, documentOf("stop-trigger"));
@@ -578,7 +579,7 @@ TEST(Encode, BareAttributesUnderAPresetDefaultNamespace) {
     const std::string text = encode(ctx, *document, held);
     EXPECT_EQ(support::parseNamespacedXml(text)->infoset(),
               support::parseNamespacedXml(bare(completeBody(*document)))->infoset());
-    EXPECT_EQ(decode(*document, text).value, completeDump(*document));
+    EXPECT_EQ(decode(*document, text).record, completeDump(*document));
   }
 }
 
@@ -603,7 +604,7 @@ TEST(Encode, DefaultNamespaceOfTheHostBesideOurPrefix) {
     held.complete();
     const std::string text = encode(ctx, *document, held);
     ASSERT_TRUE(support::parseNamespacedXml(text)) << text;
-    EXPECT_EQ(decode(*document, text).value, completeDump(*document));
+    EXPECT_EQ(decode(*document, text).record, completeDump(*document));
   }
 }
 
@@ -622,7 +623,7 @@ TEST(Encode, OneDocumentAfterAnotherOnOneContext) {
       }
     }
   }
-  EXPECT_EQ(decode(ctx, documentOf("control"), element("control", "<interface>i</interface>")).value, "interface=i");
+  EXPECT_EQ(decode(ctx, documentOf("control"), element("control", "<interface>i</interface>")).record, "interface=i");
 }
 
 TEST(Encode, AllocatesNothingOnTheHeap) {
@@ -648,7 +649,7 @@ TEST(Encode, StepsOfTheDocumentGiveTheDocument) {
     held.complete();
     const std::string whole = encode(ctx, document, held);
     std::vector<std::string> parts;
-    const std::string stepwise = withoutDeclaration(support::encoded(ctx, [&](RuntimeContext *c) {
+    const std::string stepwise = support::withoutDeclaration(support::encoded(ctx, [&](RuntimeContext *c) {
       EXPECT_EQ(rtXmlNSSetURITable(c, QxGet_DebugEvent_NSURI(c), 1), 0);
       EXPECT_EQ(rtXmlEncStartDocument(c), 0);
       for (const auto step : {document.start, document.contents, document.end}) {
@@ -656,7 +657,7 @@ TEST(Encode, StepsOfTheDocumentGiveTheDocument) {
         size_t length = 0;
         const char *text = rtxGetOutput(c, &length);
         EXPECT_EQ(text[length], '\0') << "always a terminated text";
-        parts.push_back(withoutDeclaration(std::string(text, length)));
+        parts.push_back(support::withoutDeclaration(std::string(text, length)));
       }
       return rtXmlEncEndDocument(c);
     }));

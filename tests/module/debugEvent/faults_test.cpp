@@ -1,6 +1,6 @@
 // Storage that gives out, at every point of every operation.
+#include "bodyFaults.h"
 #include "debugInfo.h"
-#include "faults.h"
 
 using namespace debugInfo;
 using support::faults;
@@ -25,16 +25,11 @@ std::string smallBody(const Document &document) {
 }
 
 Outcome decodeBody(RuntimeContext *ctx, const Document &document, const std::string &text) {
-  const int set = support::setInput(ctx, text);
-  if (set != 0) return {set, {}};
-  const Reading reading = decodeInput(ctx, document);
-  return {reading.status, reading.value};
+  return support::decodeBody(ctx, text, [&](RuntimeContext *c) { return decodeInput(c, document); });
 }
 
 Outcome validateBody(RuntimeContext *ctx, const Document &document, const std::string &text) {
-  const int set = support::setInput(ctx, text);
-  if (set != 0) return {set, {}};
-  return {document.validate(ctx), {}};
+  return support::validateBody(ctx, text, document.validate);
 }
 
 Outcome encodeBody(RuntimeContext *ctx, const Document &document) {
@@ -44,10 +39,7 @@ Outcome encodeBody(RuntimeContext *ctx, const Document &document) {
   builder.complete(document, held);
   held.owned = true;
   if (builder.failed) return {STATUS_NO_MEMORY, {}, false};
-  const int output = rtxSetOutputDynamic(ctx);
-  if (output != 0) return {output, {}, false};
-  const int status = document.encode(ctx, held);
-  return {status, status == 0 ? support::outputText(ctx) : std::string()};
+  return support::encodeBody(ctx, [&](RuntimeContext *c) { return document.encode(c, held); });
 }
 
 // Errors of every kind in one body.
@@ -128,11 +120,8 @@ TEST(Faults, EncodeOneType) {
       Builder builder(ctx);
       builder.complete(*document, held);
       if (builder.failed) return {STATUS_NO_MEMORY, {}, false};
-      const int output = rtxSetOutputDynamic(ctx);
-      if (output != 0) return {output, {}, false};
       const RtxNamespace ns = {"p", "urn:p"};
-      const int status = document->type->encode(ctx, held, "thing", &ns);
-      return {status, status == 0 ? support::outputText(ctx) : std::string()};
+      return support::encodeBody(ctx, [&](RuntimeContext *c) { return document->type->encode(c, held, "thing", &ns); });
     });
     EXPECT_GT(report.failed, 0u);
   }

@@ -53,7 +53,7 @@ TYPED_TEST(Handlers, InitTakesTheLevelAndEmptiesTheCollectionBuffer) {
     EXPECT_EQ(handler.level, 3);
     EXPECT_EQ(handler.startLevel, 3);
     EXPECT_EQ(buffer->used, buffer->start);
-    releaseHandlers(ctx, handler);
+    support::releaseHandlers(ctx, handler);
   }
 }
 

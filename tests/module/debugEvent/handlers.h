@@ -2,6 +2,7 @@
 #pragma once
 
 #include "debugInfo.h"
+#include "handlerChain.h"
 
 #include <cstring>
 #include <type_traits>
@@ -23,21 +24,6 @@ int initHandler(RuntimeContext *ctx, const RecordType &type, Handler &handler, V
   }
 }
 
-// Releases the handlers that a document left open when it ended early, and the storage of all, as an owner does.
-template <typename Handler> void releaseHandlers(RuntimeContext *ctx, Handler &handler) {
-  if (handler.delegate != nullptr) {
-    if (handler.delegate->release != nullptr) handler.delegate->release(ctx, handler.delegate);
-    if (handler.foreignDelegate) {
-      rtxMemHeapFreePtr(ctx, handler.delegate->delegateStorage);
-    } else {
-      releaseHandlers(ctx, *reinterpret_cast<Handler *>(handler.delegate));
-    }
-    handler.delegate = nullptr;
-  }
-  rtxMemHeapFreePtr(ctx, handler.delegateStorage);
-  handler.delegateStorage = nullptr;
-}
-
 // A handler of a document's type on a record of its own, told events by hand.
 template <typename Handler> class Told {
 public:
@@ -47,7 +33,7 @@ public:
     std::memset(&handler, 0xA5, sizeof handler);
     initialised = initHandler<Handler>(ctx, *document.type, handler, value);
   }
-  ~Told() { releaseHandlers(ctx, handler); }
+  ~Told() { support::releaseHandlers(ctx, handler); }
   Told(const Told &) = delete;
   Told &operator=(const Told &) = delete;
 

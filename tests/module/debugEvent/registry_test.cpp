@@ -51,7 +51,7 @@ TEST(Registry, WhenItWasFreedEncodersMakeAnother) {
     const std::string first = encode(ctx, document, held);
     QxFree_DebugEvent_Global(ctx);
     // The runtime keeps the names that it was given, not the table.
-    EXPECT_EQ(decode(ctx, document, first).value, completeDump(document));
+    EXPECT_EQ(decode(ctx, document, first).record, completeDump(document));
     EXPECT_EQ(encode(ctx, document, held), first);
   }
 }
@@ -70,7 +70,7 @@ TEST(Registry, WithoutStorageForATableNamesAreWrittenAllTheSame) {
     const int status = document.encode(ctx, held);
     support::faultPlan().disarm();
     if (status == 0) {
-      EXPECT_EQ(withoutDeclaration(support::outputText(ctx)), whole);
+      EXPECT_EQ(support::withoutDeclaration(support::outputText(ctx)), whole);
     } else {
       EXPECT_EQ(status, STATUS_NO_MEMORY);
       EXPECT_EQ(rtxErrGetFirstError(ctx), STATUS_NO_MEMORY);
@@ -152,7 +152,7 @@ TEST(SharedRegistry, OnTheOthersContextEverythingStaysWellFormed) {
     EXPECT_EQ(rtxErrCount(ctx), 0u);
     for (const Document &document : allDocuments()) {
       const Reading reading = decode(ctx, document, spelled(completeBody(document), ""));
-      EXPECT_EQ(reading.value, completeDump(document)) << "reading does not depend on the registry";
+      EXPECT_EQ(reading.record, completeDump(document)) << "reading does not depend on the registry";
       EXPECT_EQ(reading.status, 0);
     }
   }
@@ -187,7 +187,7 @@ TEST(SharedRegistry, ReadingOneKindAfterAnother) {
     QxMemFree_tns__dialog_info(ctx, &dialogs);
     const Reading reading = decode(ctx, document, spelled(completeBody(document), ""));
     EXPECT_EQ(reading.status, 0) << reading.errors;
-    EXPECT_EQ(reading.value, completeDump(document));
+    EXPECT_EQ(reading.record, completeDump(document));
   }
 }
 

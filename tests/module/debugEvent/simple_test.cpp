@@ -36,7 +36,7 @@ TEST(DecodeValue, EverySpelling) {
                            [&](RuntimeContext *ctx, const support::SpelledDocument &) {
                              const Reading reading = decodeInput(ctx, *document);
                              EXPECT_EQ(reading.status, 0);
-                             EXPECT_EQ(reading.value, completeDump(*document));
+                             EXPECT_EQ(reading.record, completeDump(*document));
                              EXPECT_EQ(reading.errors, "");
                            });
   }
@@ -64,14 +64,14 @@ TEST(DecodeValue, TextIsKeptButForTheWhiteSpaceOfTime) {
       EXPECT_STREQ(held->text.value, document->root == "time"sv ? c.collapsed : c.text);
       EXPECT_FALSE(held->text.cdata);
     }
-    EXPECT_EQ(decode(*document, "<"s + document->root + "/>").value, "");
+    EXPECT_EQ(decode(*document, "<"s + document->root + "/>").record, "");
   }
 }
 
 TEST(DecodeValue, LongTextArrivesWhole) {
   const std::string text(200000, 'x');
   for (const Document *document : textDocuments())
-    EXPECT_EQ(decode(*document, element(document->root, text)).value, text) << document->root;
+    EXPECT_EQ(decode(*document, element(document->root, text)).record, text) << document->root;
 }
 
 struct ValueCase {
@@ -116,7 +116,7 @@ TEST(DecodeValue, BytesAndCodesConvertOrNot) {
     SCOPED_TRACE(c.root + " "s + c.content);
     const Reading reading = decode(c.root, element(c.root, c.content));
     EXPECT_EQ(reading.status, *c.errors == '\0' ? 0 : std::stoi(c.errors));
-    EXPECT_EQ(reading.value, c.value == nullptr ? "untouched" : c.value);
+    EXPECT_EQ(reading.record, c.value == nullptr ? "untouched" : c.value);
     EXPECT_EQ(reading.errors, c.errors);
   }
 }
@@ -125,7 +125,7 @@ TEST(DecodeValue, LongBytesArriveWhole) {
   std::string digits;
   for (size_t i = 0; i < 100000; ++i)
     digits += "0123456789ABCDEF"[(i * 7 + i / 16) % 16];
-  EXPECT_EQ(decode("debug-id", element("debug-id", digits)).value, digits);
+  EXPECT_EQ(decode("debug-id", element("debug-id", digits)).record, digits);
 }
 
 TEST(DecodeValue, EmptyBytesHaveNoAddress) {
@@ -161,7 +161,7 @@ TEST(DecodeValue, RootOfAnotherNameIsReportedAndRead) {
             decode(*document, "<" + name + " xmlns:p=\"" + namespaceUri + "\">" + content + "</" + name + ">");
         EXPECT_EQ(reading.status, STATUS_ROOT_MISMATCH);
         EXPECT_EQ(reading.errors, "-3(" + root + "," + other + ")");
-        EXPECT_EQ(reading.value, completeDump(*document));
+        EXPECT_EQ(reading.record, completeDump(*document));
       }
     }
   }
@@ -172,7 +172,7 @@ TEST(DecodeValue, RootIsKnownByItsLocalNameAlone) {
     const std::string body = spelled(completeBody(*document), "x:");
     const Reading reading = decode(*document, std::string(body).insert(body.find('>'), " xmlns:x=\"urn:other\""));
     EXPECT_EQ(reading.errors, "");
-    EXPECT_EQ(reading.value, completeDump(*document));
+    EXPECT_EQ(reading.record, completeDump(*document));
   }
 }
 
@@ -181,11 +181,11 @@ TEST(DecodeValue, ElementsInsideAreRefusedAndTheTextAroundThemIsJoined) {
     const Reading reading = decode(*document, element(document->root, "con<b k='1'>zz<c/></b>firm<d/>ed"));
     EXPECT_EQ(reading.status, STATUS_UNEXPECTED_ELEMENT);
     EXPECT_EQ(reading.errors, "-41(b); -41(d)") << document->root;
-    EXPECT_EQ(reading.value, "confirmed");
+    EXPECT_EQ(reading.record, "confirmed");
   }
   EXPECT_EQ(decode("debug-id", element("debug-id", "4<p:b>ff</p:b>3")).errors, "-41(p:b)");
-  EXPECT_EQ(decode("debug-id", element("debug-id", "4<p:b>ff</p:b>3")).value, "43");
-  EXPECT_EQ(decode("depth", element("depth", "mini<depth>max</depth>mum")).value, "1");
+  EXPECT_EQ(decode("debug-id", element("debug-id", "4<p:b>ff</p:b>3")).record, "43");
+  EXPECT_EQ(decode("depth", element("depth", "mini<depth>max</depth>mum")).record, "1");
   EXPECT_EQ(decode("reason", element("reason", "<b/>none")).errors, "-41(b); -4(none)");
 }
 
@@ -201,7 +201,7 @@ TEST(DecodeValue, AttributesAreReportedOneByOneAndTheTextIsRead) {
                            content));
     EXPECT_EQ(reading.status, STATUS_UNKNOWN_ATTRIBUTE);
     EXPECT_EQ(reading.errors, "-33(" + root + ",k); -33(" + root + ",p:l); -33(" + root + ",id)");
-    EXPECT_EQ(reading.value, completeDump(*document));
+    EXPECT_EQ(reading.record, completeDump(*document));
   }
 }
 
@@ -214,7 +214,7 @@ TEST(DecodeValue, ParseThatFailsLeavesTheValueUntouched) {
           whole + "text", "<" + root + ">\x01</" + root + ">", "<" + root + ">43&none;</" + root + ">"}) {
       const Reading reading = decode(*document, text);
       EXPECT_EQ(reading.status, STATUS_PARSE_FAILED) << text;
-      EXPECT_EQ(reading.value, "untouched") << text;
+      EXPECT_EQ(reading.record, "untouched") << text;
     }
   }
 }
@@ -225,7 +225,7 @@ TEST(DecodeValue, EarlierErrorIsReturnedThoughTheValueIsRead) {
   for (const Document *document : simpleDocuments()) {
     const Reading reading = decode(ctx, *document, spelled(completeBody(*document), ""));
     EXPECT_EQ(reading.status, STATUS_ENUM_NOT_FOUND);
-    EXPECT_EQ(reading.value, completeDump(*document));
+    EXPECT_EQ(reading.record, completeDump(*document));
   }
   EXPECT_EQ(rtxErrCount(ctx), 1u);
 }
@@ -238,7 +238,7 @@ TEST(DecodeValue, NoErrorOfTheHandlerBeyondTheLimitIsRecorded) {
     const Reading reading = decode(ctx, documentOf("method"), bad);
     EXPECT_EQ(rtxErrCount(ctx), limit);
     EXPECT_EQ(reading.status, limit == 0 ? 0 : STATUS_ROOT_MISMATCH);
-    EXPECT_EQ(reading.value, "ac");
+    EXPECT_EQ(reading.record, "ac");
   }
 }
 
@@ -247,7 +247,7 @@ TEST(DecodeValue, CutOffTextDoesNotReachTheNextDocument) {
   for (const Document *document : simpleDocuments()) {
     EXPECT_EQ(decode(ctx, *document, "<"s + document->root + ">left over").status, STATUS_PARSE_FAILED);
     rtxErrClear(ctx);
-    EXPECT_EQ(decode(ctx, *document, spelled(completeBody(*document), "")).value, completeDump(*document));
+    EXPECT_EQ(decode(ctx, *document, spelled(completeBody(*document), "")).record, completeDump(*document));
   }
 }
 

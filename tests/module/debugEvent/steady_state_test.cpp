@@ -1,28 +1,13 @@
 // Messages after the first ones cost no call of the system's allocator.
 #include "debugInfo.h"
+#include "steadyState.h"
 
 using namespace debugInfo;
-using support::Context;
 
 namespace {
 
-// Runs round to warm up, then more, and expects no call of the allocator in between. Under a sanitizer the heap keeps
-// freed blocks back for a while, so that it takes some rounds until the first are used again.
-void expectNoCalls(const Document &document, const char *what, const std::function<void(RuntimeContext *)> &round) {
-  SCOPED_TRACE(document.root + " "s + what);
-  Context ctx;
-  for (int i = 0; i < 50; ++i)
-    round(ctx);
-  const RtxHeapStats before = support::heapStats(ctx);
-  const uint64_t allocations = ctx.allocatorCalls();
-  EXPECT_GT(before.systemCalls, 0u) << "the count counts";
-  for (int i = 0; i < 50; ++i)
-    round(ctx);
-  EXPECT_EQ(support::heapStats(ctx).systemCalls, before.systemCalls);
-  EXPECT_EQ(ctx.allocatorCalls(), allocations);
-  EXPECT_EQ(support::heapStats(ctx).reserved, before.reserved);
-  EXPECT_EQ(support::heapStats(ctx).blocks, before.blocks);
-  EXPECT_EQ(support::heapStats(ctx).used, before.used);
+void expectSteadyState(const Document &document, const char *what, const std::function<void(RuntimeContext *)> &round) {
+  support::expectSteadyState(document.root + " "s + what, round);
 }
 
 void decodeRound(RuntimeContext *ctx, const Document &document, const std::string &text) {
@@ -39,12 +24,12 @@ void encodeRound(RuntimeContext *ctx, const Document &document) {
 TEST(SteadyState, Decode) {
   for (const Document &document : allDocuments()) {
     const std::string text = spelled(completeBody(document), "");
-    expectNoCalls(document, "released one by one", [&](RuntimeContext *ctx) { decodeRound(ctx, document, text); });
-    expectNoCalls(document, "given without a copy", [&](RuntimeContext *ctx) {
+    expectSteadyState(document, "released one by one", [&](RuntimeContext *ctx) { decodeRound(ctx, document, text); });
+    expectSteadyState(document, "given without a copy", [&](RuntimeContext *ctx) {
       ASSERT_EQ(support::setInput(ctx, text, support::InputForm::terminated), 0);
       EXPECT_EQ(decodeInput(ctx, document).status, 0);
     });
-    expectNoCalls(document, "released by a reset", [&](RuntimeContext *ctx) {
+    expectSteadyState(document, "released by a reset", [&](RuntimeContext *ctx) {
       ASSERT_EQ(support::setInput(ctx, text), 0);
       Value value;
       EXPECT_EQ(document.decode(ctx, value), 0);
@@ -56,7 +41,7 @@ TEST(SteadyState, Decode) {
 TEST(SteadyState, Validate) {
   for (const Document *document : recordDocuments()) {
     const std::string text = spelled(completeBody(*document), "");
-    expectNoCalls(*document, "validated", [&](RuntimeContext *ctx) {
+    expectSteadyState(*document, "validated", [&](RuntimeContext *ctx) {
       ASSERT_EQ(support::setInput(ctx, text), 0);
       EXPECT_EQ(document->validate(ctx), 0);
     });
@@ -65,8 +50,8 @@ TEST(SteadyState, Validate) {
 
 TEST(SteadyState, Encode) {
   for (const Document &document : allDocuments()) {
-    expectNoCalls(document, "growing output", [&](RuntimeContext *ctx) { encodeRound(ctx, document); });
-    expectNoCalls(document, "fixed output", [&](RuntimeContext *ctx) {
+    expectSteadyState(document, "growing output", [&](RuntimeContext *ctx) { encodeRound(ctx, document); });
+    expectSteadyState(document, "fixed output", [&](RuntimeContext *ctx) {
       char buffer[8000];
       Held held(ctx, document);
       held.complete();
@@ -79,7 +64,7 @@ TEST(SteadyState, Encode) {
 TEST(SteadyState, RoundTrip) {
   for (const Document &document : allDocuments()) {
     const std::string text = spelled(completeBody(document), "");
-    expectNoCalls(document, "both ways", [&](RuntimeContext *ctx) {
+    expectSteadyState(document, "both ways", [&](RuntimeContext *ctx) {
       decodeRound(ctx, document, text);
       encodeRound(ctx, document);
     });
@@ -91,7 +76,7 @@ TEST(SteadyState, DocumentsWithErrors) {
                                    "<bogus/><debugconfig><session id='s'><start-trigger><debug-id>4x</debug-id>"
                                    "</start-trigger></session></debugconfig><x:f xmlns:x='u'/>");
   const Document &document = documentOf("debuginfo");
-  expectNoCalls(document, "with errors", [&](RuntimeContext *ctx) {
+  expectSteadyState(document, "with errors", [&](RuntimeContext *ctx) {
     rtxErrClear(ctx);
     ASSERT_EQ(support::setInput(ctx, text), 0);
     EXPECT_EQ(decodeInput(ctx, document).status, STATUS_INVALID_LEXICAL_FORM);

@@ -1,29 +1,17 @@
 // What each event of a document leaves behind: the levels of the chain of handlers, the state byte, the result of the
 // callback. Where an element is refused or its text is left out, every later event must find the handlers in step.
-#include "handlerProbe.h"
 #include "handlers.h"
+#include "walk.h"
 
 #include <algorithm>
-#include <memory>
-
 using namespace debugInfo;
 using support::Context;
-using support::HandlerProbe;
+using support::contextWithErrorLimit;
+using support::errorLimits;
+using support::Walk;
+using support::withoutResults;
 
 namespace {
-
-constexpr uint32_t limits[] = {100, 1, 0};
-
-std::unique_ptr<Context> contextWith(uint32_t errorLimit) {
-  return std::make_unique<Context>([errorLimit](RuntimeOptions &options) { options.errorLimit = errorLimit; });
-}
-
-struct Walk {
-  int parse;
-  std::string log;
-  std::string value;
-  std::string errors;
-};
 
 template <typename Handler> Walk walk(RuntimeContext *ctx, const Document &document, const std::string &text) {
   EXPECT_EQ(support::setInput(ctx, text), 0);
@@ -33,27 +21,10 @@ template <typename Handler> Walk walk(RuntimeContext *ctx, const Document &docum
   held.init();
   Handler handler;
   EXPECT_EQ(initHandler<Handler>(ctx, *document.type, handler, held), 0);
-  handler.rootName = document.root;
-  HandlerProbe<Handler> probe(ctx, handler);
-  const int parse = probe.read();
-  if (parse == 0) {
-    EXPECT_EQ(handler.level, 0);
-    EXPECT_EQ(handler.delegate, nullptr);
-  }
-  releaseHandlers(ctx, handler);
-  return {parse, probe.text(), dump(document, held.value), brief(ctx)};
-}
-
-// The log as it is when a refusal shows in the levels only.
-std::string withoutResults(const std::string &log) {
-  std::string all;
-  for (size_t at = 0; at < log.size();) {
-    const size_t end = log.find('\n', at);
-    const std::string line = log.substr(at, end - at);
-    all += line.substr(0, line.find(" -> ")) + "\n";
-    at = end + 1;
-  }
-  return all;
+  Walk walk = support::walkThrough(ctx, handler, document.root);
+  walk.record = dump(document, held.value);
+  walk.errors = brief(ctx);
+  return walk;
 }
 
 struct Expectation {
@@ -65,34 +36,22 @@ struct Expectation {
   const char *errors;                 // with all recorded
   const char *errorsOfOne;            // with the first recorded
   const char *validatorLog = nullptr; // if it is another
+  bool returnsUnrecorded = false;
 };
 
 void expectWalk(const Expectation &expected) {
-  const Document &document = documentOf(expected.root);
-  const std::string text = element(expected.root, expected.attributes, expected.content);
-  const char *const validatorLog = expected.validatorLog == nullptr ? expected.log : expected.validatorLog;
-  for (uint32_t limit : limits) {
-    SCOPED_TRACE("error limit " + std::to_string(limit) + ": " + text);
-    const Walk walked = walk<SaxTypeHandler>(*contextWith(limit), document, text);
-    const Walk checked = walk<VsaxTypeHandler>(*contextWith(limit), document, text);
-    EXPECT_EQ(walked.parse, 0);
-    EXPECT_EQ(checked.parse, 0);
-    if (limit == 100) {
-      EXPECT_EQ(walked.log, expected.log);
-      EXPECT_EQ(checked.log, validatorLog);
-    }
-    EXPECT_EQ(withoutResults(walked.log), withoutResults(expected.log));
-    EXPECT_EQ(withoutResults(checked.log), withoutResults(validatorLog));
-    EXPECT_EQ(walked.value, expected.value);
-    EXPECT_EQ(walked.errors, limit == 100 ? expected.errors : limit == 1 ? expected.errorsOfOne : "");
-    EXPECT_EQ(checked.errors, walked.errors);
-
-    // The same in one call.
-    auto ctx = contextWith(limit);
-    const Reading reading = decode(*ctx, document, text);
-    EXPECT_EQ(reading.errors, walked.errors);
-    EXPECT_EQ(reading.status, rtxErrGetFirstError(*ctx));
-  }
+  const Document &of = documentOf(expected.root);
+  support::expectWalk(
+      {element(expected.root, expected.attributes, expected.content),
+       expected.log,
+       expected.value,
+       {expected.errors, expected.errorsOfOne},
+       expected.validatorLog == nullptr ? "" : expected.validatorLog,
+       expected.returnsUnrecorded},
+      {[&](RuntimeContext *ctx, const std::string &text) { return walk<SaxTypeHandler>(ctx, of, text); },
+       [&](RuntimeContext *ctx, const std::string &text) { return walk<VsaxTypeHandler>(ctx, of, text); },
+       [&](RuntimeContext *ctx, const std::string &text) { return decode(ctx, of, text); },
+       [](std::string errors) { return errors; }});
 }
 
 TEST(Walk, UnknownChildOfTheRoot) {
@@ -223,7 +182,7 @@ TEST(Walk, WrongDigitSkipsTheRestButTheEnd) {
               "</time-period> 2>1 s4\n"
               "</stop-trigger> 1 s5\n"
               "</session> 0 s5\n",
-              "id=s start{method=m} stop{time-period=p} control{interface=-}", "-101", "-101"});
+              "id=s start{method=m} stop{time-period=p} control{interface=-}", "-101", "-101", nullptr, true});
 }
 
 TEST(Walk, ElementInsideASimpleChild) {
@@ -285,15 +244,15 @@ TEST(Walk, ForeignElementWithNestedContent) {
 }
 
 TEST(Walk, RootOfAnotherName) {
-  for (uint32_t limit : limits) {
-    const Walk walked =
-        walk<SaxTypeHandler>(*contextWith(limit), documentOf("control"), "<other><interface>i</interface></other>");
+  for (uint32_t limit : errorLimits) {
+    const Walk walked = walk<SaxTypeHandler>(*contextWithErrorLimit(limit), documentOf("control"),
+                                             "<other><interface>i</interface></other>");
     EXPECT_EQ(walked.log, "<other> 1 s2\n"
                           "<interface> 2 s2\n"
                           "'i' 2 s4\n"
                           "</interface> 1 s4\n"
                           "</other> 0 s5\n");
-    EXPECT_EQ(walked.value, "interface=i");
+    EXPECT_EQ(walked.record, "interface=i");
     EXPECT_EQ(walked.errors, limit == 0 ? "" : "-3(control,other)");
   }
 }
@@ -318,22 +277,22 @@ TEST(Walk, DocumentCutOffInsideDelegates) {
   };
   const Document &document = documentOf("debuginfo");
   for (const Case &c : cases) {
-    for (uint32_t limit : limits) {
+    for (uint32_t limit : errorLimits) {
       SCOPED_TRACE(c.text);
-      const auto ctx = contextWith(limit);
+      const auto ctx = contextWithErrorLimit(limit);
       const std::string text = "<debuginfo xmlns=\""s + namespaceUri + "\" version='1' state='full'>" + c.text;
       const Walk walked = walk<SaxTypeHandler>(*ctx, document, text);
       EXPECT_EQ(walked.parse, STATUS_PARSE_FAILED);
       EXPECT_EQ(walked.log, c.log);
-      EXPECT_EQ(walked.value, c.value);
+      EXPECT_EQ(walked.record, c.value);
       EXPECT_EQ(walk<VsaxTypeHandler>(*ctx, document, text).parse, STATUS_PARSE_FAILED);
       EXPECT_EQ(rtXmlNSGetIndex(*ctx, "x"), RTXML_NS_NONE) << "no binding is left";
       EXPECT_EQ(rtXmlNSGetIndex(*ctx, nullptr), RTXML_NS_NONE);
 
       rtxErrClear(*ctx);
-      EXPECT_EQ(decode(*ctx, document, text).value, c.value);
+      EXPECT_EQ(decode(*ctx, document, text).record, c.value);
       rtxErrClear(*ctx);
-      EXPECT_EQ(decode(*ctx, documentOf("control"), element("control", "<interface>i</interface>")).value,
+      EXPECT_EQ(decode(*ctx, documentOf("control"), element("control", "<interface>i</interface>")).record,
                 "interface=i");
     }
   }
@@ -341,7 +300,7 @@ TEST(Walk, DocumentCutOffInsideDelegates) {
 
 TEST(Walk, UsedContext) {
   for (uint32_t limit : {100u, 1u}) {
-    const auto ctx = contextWith(limit);
+    const auto ctx = contextWithErrorLimit(limit);
     walk<SaxTypeHandler>(*ctx, documentOf("control"), element("control", "<bogus/>"));
     const Walk second =
         walk<SaxTypeHandler>(*ctx, documentOf("control"), element("control", "<interface>i</interface>"));
@@ -350,7 +309,7 @@ TEST(Walk, UsedContext) {
                           "'i' 2 s4\n"
                           "</interface> 1 s4\n"
                           "</control> 0 s5\n");
-    EXPECT_EQ(second.value, "interface=i");
+    EXPECT_EQ(second.record, "interface=i");
     EXPECT_EQ(rtxErrGetFirstError(*ctx), STATUS_UNEXPECTED_ELEMENT);
   }
 }
@@ -362,7 +321,7 @@ TEST(Walk, TextThatCannotBeCollected) {
         element("session", "id='s'",
                 "<start-trigger><"s + name + ">" + std::string(800000, '4') + "<b>inner</b>tail</" + name +
                     "></start-trigger><stop-trigger><time-period>p</time-period></stop-trigger>");
-    for (uint32_t limit : limits) {
+    for (uint32_t limit : errorLimits) {
       SCOPED_TRACE(name + " "s + std::to_string(limit));
       Context ctx([limit](RuntimeOptions &options) {
         options.errorLimit = limit;
@@ -392,7 +351,7 @@ TEST(Walk, TextThatCannotBeCollected) {
                                   "</session> 0 s5\n");
         EXPECT_EQ(walked.errors, limit == 0 ? "" : "-10");
         if (!validator) {
-          EXPECT_EQ(walked.value, "id=s start{} stop{time-period=p} control{interface=-}");
+          EXPECT_EQ(walked.record, "id=s start{} stop{time-period=p} control{interface=-}");
         }
       }
     }
@@ -406,10 +365,10 @@ TEST(Walk, OneRefusedChildAtEveryPlace) {
   const std::string refused = "<bogus k='1'>q<from>x</from><session><bogus/></session></bogus>";
   const std::vector<std::string> records = {"debuginfo",     "debugconfig",  "session",
                                             "start-trigger", "stop-trigger", "control"};
-  const Walk original = walk<SaxTypeHandler>(*contextWith(100), document, whole);
+  const Walk original = walk<SaxTypeHandler>(*contextWithErrorLimit(100), document, whole);
   ASSERT_EQ(original.errors, "");
-  ASSERT_EQ(original.value, completeDump(document));
-  const Walk originalChecked = walk<VsaxTypeHandler>(*contextWith(100), document, whole);
+  ASSERT_EQ(original.record, completeDump(document));
+  const Walk originalChecked = walk<VsaxTypeHandler>(*contextWithErrorLimit(100), document, whole);
 
   size_t places = 0;
   std::vector<std::string> open;
@@ -418,15 +377,15 @@ TEST(Walk, OneRefusedChildAtEveryPlace) {
     if (!open.empty() && std::find(records.begin(), records.end(), open.back()) != records.end()) {
       ++places;
       const std::string text = std::string(whole).insert(at, refused);
-      for (uint32_t limit : limits) {
+      for (uint32_t limit : errorLimits) {
         SCOPED_TRACE("error limit " + std::to_string(limit) + ": " + text);
         for (bool validator : {false, true}) {
-          const auto ctx = contextWith(limit);
+          const auto ctx = contextWithErrorLimit(limit);
           const Walk walked =
               validator ? walk<VsaxTypeHandler>(*ctx, document, text) : walk<SaxTypeHandler>(*ctx, document, text);
           EXPECT_EQ(walked.errors, limit == 0 ? "" : "-41(bogus)");
           if (!validator) {
-            EXPECT_EQ(walked.value, original.value);
+            EXPECT_EQ(walked.record, original.record);
           }
           // Without its line, which shows levels as they are, the log is that of the original.
           std::string log = walked.log;

@@ -210,11 +210,6 @@ std::string replaced(std::string text, std::string_view what, std::string_view w
   return text;
 }
 
-std::string withoutDeclaration(const std::string &text) {
-  if (!text.starts_with("<?xml ")) return text;
-  return text.substr(text.find_first_not_of("\n", text.find("?>") + 2));
-}
-
 std::string capturedPrint(int (*print)(const char *, const void *), const char *name, const void *record) {
   return support::captureStdout([=] { EXPECT_EQ(print(name, record), 0); });
 }

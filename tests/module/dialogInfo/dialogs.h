@@ -185,7 +185,6 @@ template <typename T> std::string printed(const char *name, const T *record);
 
 // What the document function writes, without the XML declaration.
 template <typename T> std::string encodedDocument(RuntimeContext *ctx, const T *record);
-std::string withoutDeclaration(const std::string &text);
 
 std::string capturedPrint(int (*print)(const char *, const void *), const char *name, const void *record);
 
@@ -195,7 +194,8 @@ template <typename T> std::string printed(const char *name, const T *record) {
 }
 
 template <typename T> std::string encodedDocument(RuntimeContext *ctx, const T *record) {
-  return withoutDeclaration(support::encoded(ctx, [=](RuntimeContext *c) { return Document<T>::encode(c, record); }));
+  return support::withoutDeclaration(
+      support::encoded(ctx, [=](RuntimeContext *c) { return Document<T>::encode(c, record); }));
 }
 
 } // namespace dialogs

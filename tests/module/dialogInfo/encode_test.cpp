@@ -458,7 +458,7 @@ TEST(Encode, StepsOfADocumentGiveTheDocument) {
         size_t length = 0;
         const char *text = rtxGetOutput(c, &length);
         EXPECT_EQ(text[length], '\0') << "always a terminated text";
-        parts.push_back(withoutDeclaration(text));
+        parts.push_back(support::withoutDeclaration(text));
       }
       return rtXmlEncEndDocument(c);
     });
@@ -713,7 +713,7 @@ TEST(Encode, OneDocumentAfterAnotherOnOneContext) {
   for (int round = 0; round < 3; ++round) {
     EXPECT_EQ(encodedDocument<tns__state>(ctx, state), completeDocument<tns__state>());
     EXPECT_EQ(encodedDocument<tns__dialog_info>(ctx, info), completeDocument<tns__dialog_info>());
-    EXPECT_EQ(withoutDeclaration(
+    EXPECT_EQ(support::withoutDeclaration(
                   support::encoded(ctx, [&](RuntimeContext *c) { return QxXmlE_tns_isComposing(c, &composing); })),
               "<tns:isComposing xmlns:tns=\"urn:ietf:params:xml:ns:im-iscomposing\"><tns:state>idle</tns:state>"
               "</tns:isComposing>");
@@ -759,7 +759,7 @@ TEST(EncodeCode, OutOfRangeOnARootIsRecordedAndTheDocumentCompleted) {
     CompleteRecord<tns__state> record(ctx);
     record->tns_code = static_cast<uint16_t>(code);
     const std::string text = encodedInPart(ctx, 0, [&](RuntimeContext *c) { return QxXmlE_tns_state(c, record); });
-    EXPECT_EQ(withoutDeclaration(text), completeDocument<tns__state>(1)) << "all but the code";
+    EXPECT_EQ(support::withoutDeclaration(text), completeDocument<tns__state>(1)) << "all but the code";
     EXPECT_EQ(errorsWithoutTrail(ctx), "-16(tns__state.tns_code," + std::to_string(code) + "u)");
     EXPECT_EQ(trail(ctx).size(), 1u);
   }
@@ -901,8 +901,9 @@ TEST(EncodeText, AttributeOfARootThatFailsIsRecordedAndTheDocumentCompleted) {
   const std::string text = encodedInPart(ctx, 0, [&](RuntimeContext *c) { return QxXmlE_tns_dialog(c, dialog); });
   EXPECT_EQ(errorsWithoutTrail(ctx), "-102");
   EXPECT_EQ(trail(ctx).size(), 1u);
-  EXPECT_EQ(withoutDeclaration(text), "<tns:dialog" + oursAsTns + " id=\"d1\">" +
-                                          replaced(dialogShape.contentsOf(~0u), "~", "tns:") + "</tns:dialog>");
+  EXPECT_EQ(support::withoutDeclaration(text), "<tns:dialog" + oursAsTns + " id=\"d1\">" +
+                                                   replaced(dialogShape.contentsOf(~0u), "~", "tns:") +
+                                                   "</tns:dialog>");
 
   CompleteRecord<tns__dialog_info> info(ctx);
   static_cast<tns__dialog *>(info->tns_dialog.tail->data)->tns_id = build.text("\x01");

@@ -1,5 +1,5 @@
 // Storage that gives out, and documents that end, at every point.
-#include "faults.h"
+#include "bodyFaults.h"
 #include "reading.h"
 
 using namespace reading;
@@ -41,16 +41,11 @@ std::vector<Body> allBodies() {
 }
 
 Outcome decodeBody(RuntimeContext *ctx, const Body &body) {
-  const int set = support::setInput(ctx, body.text);
-  if (set != 0) return {set, {}};
-  const Reading reading = decodeInput(ctx, *body.root);
-  return {reading.status, reading.record};
+  return support::decodeBody(ctx, body.text, [&](RuntimeContext *c) { return decodeInput(c, *body.root); });
 }
 
 Outcome validateBody(RuntimeContext *ctx, const Body &body) {
-  const int set = support::setInput(ctx, body.text);
-  if (set != 0) return {set, {}};
-  return {body.root->validate(ctx), {}};
+  return support::validateBody(ctx, body.text, body.root->validate);
 }
 
 TEST(Faults, Decode) {

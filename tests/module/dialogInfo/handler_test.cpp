@@ -1,4 +1,5 @@
 // The handlers of all types, driven by hand and without a reader, as a host may drive them.
+#include "handlerChain.h"
 #include "reading.h"
 
 #include <cstring>
@@ -38,7 +39,7 @@ public:
     record.init();
     initStatus = Kind::init(type, ctx, &handler, record.data(), 0);
   }
-  ~Driver() { releaseChain(ctx, handler); }
+  ~Driver() { support::releaseHandlers(ctx, handler); }
 
   int start(const char *name, AttributeList attributes = {}) {
     attributes.push_back(nullptr);

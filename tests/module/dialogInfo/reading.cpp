@@ -161,16 +161,7 @@ std::string Record::text() const {
 
 // ---- Reading ------------------------------------------------------------------------------------------------------
 
-std::string recorded(RuntimeContext *ctx) {
-  std::string all;
-  for (uint32_t i = 0; const RtxError *error = rtxErrAt(ctx, i); ++i) {
-    RtxError bare = *error;
-    bare.siteCount = 0;
-    if (bare.status == STATUS_PARSE_FAILED) bare.paramCount = 0;
-    all += (all.empty() ? "" : "; ") + support::errorText(bare);
-  }
-  return all;
-}
+std::string recorded(RuntimeContext *ctx) { return support::errorsWithoutPlaces(ctx, support::ParserReason::omitted); }
 
 Reading decodeInput(RuntimeContext *ctx, const Root &root) {
   Record record(ctx, *root.type);
@@ -185,33 +176,20 @@ Reading validateInput(RuntimeContext *ctx, const Root &root) {
   return {status, "", recorded(ctx)};
 }
 
-namespace {
-
-template <auto readInput> Reading read(RuntimeContext *ctx, const Root &root, const std::string &document) {
-  const int set = support::setInput(ctx, document);
-  if (set != 0) return {set, "", recorded(ctx)};
-  support::HeapBalance balance(ctx, "by reading " + document);
-  return readInput(ctx, root);
-}
-
-} // namespace
-
 Reading decode(RuntimeContext *ctx, const Root &root, const std::string &document) {
-  return read<decodeInput>(ctx, root, document);
+  return support::readDocument(ctx, document, [&](RuntimeContext *c) { return decodeInput(c, root); });
 }
 
 Reading decode(const Root &root, const std::string &document) {
-  support::Context ctx;
-  return decode(ctx, root, document);
+  return support::readDocument(document, [&](RuntimeContext *c) { return decodeInput(c, root); });
 }
 
 Reading validate(RuntimeContext *ctx, const Root &root, const std::string &document) {
-  return read<validateInput>(ctx, root, document);
+  return support::readDocument(ctx, document, [&](RuntimeContext *c) { return validateInput(c, root); });
 }
 
 Reading validate(const Root &root, const std::string &document) {
-  support::Context ctx;
-  return validate(ctx, root, document);
+  return support::readDocument(document, [&](RuntimeContext *c) { return validateInput(c, root); });
 }
 
 // ---- Cases --------------------------------------------------------------------------------------------------------

@@ -3,6 +3,7 @@
 
 #include "DialogInfo/QxXmlDialogInfo.h"
 #include "context.h"
+#include "documentReading.h"
 #include "documents.h"
 #include "errors.h"
 
@@ -17,6 +18,7 @@ namespace reading {
 
 using namespace std::string_literals;
 using namespace std::string_view_literals;
+using support::Reading;
 
 inline constexpr const char *namespaceUri = "urn:ietf:params:xml:ns:dialog-info";
 
@@ -89,30 +91,9 @@ private:
   std::unique_ptr<unsigned char[]> storage;
 };
 
-// Releases the handlers that a document left open when it ended early, and the storage of all: Handler is
-// SaxTypeHandler or VsaxTypeHandler.
-template <class Handler> void releaseChain(RuntimeContext *ctx, Handler &handler) {
-  if (RtSaxHandler *delegate = handler.delegate) {
-    if (delegate->release != nullptr) delegate->release(ctx, delegate);
-    if (handler.foreignDelegate) {
-      rtxMemHeapFreePtr(ctx, delegate->delegateStorage);
-    } else {
-      releaseChain(ctx, *reinterpret_cast<Handler *>(delegate));
-    }
-  }
-  rtxMemHeapFreePtr(ctx, handler.delegateStorage);
-}
-
 // Status and parameters of each error record, oldest first: "-45(tns__state,code); -41(b)". A parse failure stands
 // without its reason, which is the parser's.
 std::string recorded(RuntimeContext *ctx);
-
-// What reading came to.
-struct Reading {
-  int status;
-  std::string record; // as Record::text
-  std::string errors;
-};
 
 Reading decodeInput(RuntimeContext *ctx, const Root &root);
 int decodeStatus(RuntimeContext *ctx, const Root &root); // without a look at the record

@@ -1,5 +1,6 @@
 // Initialising, releasing, printing and appending to the records of dialog state, and their enumerations.
 #include "capture.h"
+#include "contextCheck.h"
 #include "dialogs.h"
 
 #include <type_traits>
@@ -7,32 +8,9 @@
 using namespace dialogs;
 using support::captureStdout;
 using support::Context;
-
-// ---- A check of the context that fails on demand --------------------------------------------------------------
-
-// With a sound runtime only a context that cannot record anything fails the check. The linker's option --wrap sends the
-// codec's calls here; without it the real function is missing.
-static int statusOfCheck = 0; // other than 0: what the check gives
-
-extern "C" [[gnu::weak]] int __real_rtxCheckContext(RuntimeContext *ctx);
-extern "C" int __wrap_rtxCheckContext(RuntimeContext *ctx);
-
-int __wrap_rtxCheckContext(RuntimeContext *ctx) {
-  return statusOfCheck != 0 ? statusOfCheck : __real_rtxCheckContext(ctx);
-}
+using support::FailingCheck;
 
 namespace {
-
-class FailingCheck {
-public:
-  explicit FailingCheck(int status) {
-    EXPECT_TRUE(__real_rtxCheckContext != nullptr) << "linked without --wrap=rtxCheckContext";
-    statusOfCheck = status;
-  }
-  ~FailingCheck() { statusOfCheck = 0; }
-  FailingCheck(const FailingCheck &) = delete;
-  FailingCheck &operator=(const FailingCheck &) = delete;
-};
 
 // ---- The members of each record -------------------------------------------------------------------------------
 

@@ -1,22 +1,17 @@
 // What each event of a document leaves behind in the chain of handlers: levels, the state byte, the result of the
 // callback. Wherever an element is refused, every later event must find all handlers in step.
-#include "handlerProbe.h"
 #include "reading.h"
+#include "walk.h"
 
 #include <memory>
 #include <sstream>
 
 using namespace reading;
 using support::Context;
-using support::HandlerProbe;
+using support::contextWithErrorLimit;
+using support::errorLimits;
 
 namespace {
-
-constexpr uint32_t limits[] = {100, 1, 0};
-
-std::unique_ptr<Context> newContext(uint32_t errorLimit) {
-  return std::make_unique<Context>([errorLimit](RuntimeOptions &options) { options.errorLimit = errorLimit; });
-}
 
 // ---- Walking ------------------------------------------------------------------------------------------------------
 
@@ -28,16 +23,9 @@ struct Walk {
 };
 
 template <class Handler> int readThrough(RuntimeContext *ctx, Handler &handler, const Root &root, Walk &walk) {
-  handler.rootName = root.element;
-  HandlerProbe<Handler> probe(ctx, handler);
-  walk.parse = probe.read();
-  walk.log = probe.log;
-  if (walk.parse == 0) {
-    EXPECT_EQ(handler.delegate, nullptr);
-    EXPECT_EQ(handler.level, 0);
-    EXPECT_EQ(ctx->state, XMLSTATE_DOC_END);
-  }
-  releaseChain(ctx, handler);
+  const support::Walk through = support::walkThrough(ctx, handler, root.element);
+  walk.parse = through.parse;
+  walk.log = support::linesOf(through.log);
   walk.errors = recorded(ctx);
   return walk.parse;
 }
@@ -92,22 +80,22 @@ struct Expectation {
 void expectWalk(const Expectation &expected) {
   const Root &root = *expected.document.root;
   const std::string &text = expected.document.text;
-  for (uint32_t limit : limits) {
+  for (uint32_t limit : errorLimits) {
     SCOPED_TRACE("error limit " + std::to_string(limit) + ": " + text);
     const Log log = limit == 0 ? withoutResults(expected.log) : expected.log;
     const std::string errors = limit == 0 ? "" : expected.errors;
-    const Walk walked = walkDecoder(*newContext(limit), root, text);
+    const Walk walked = walkDecoder(*contextWithErrorLimit(limit), root, text);
     EXPECT_EQ(walked.parse, 0);
     EXPECT_EQ(walked.log, log);
     EXPECT_EQ(walked.record, expected.record);
     EXPECT_EQ(walked.errors, errors);
-    const Walk checked = walkValidator(*newContext(limit), root, text);
+    const Walk checked = walkValidator(*contextWithErrorLimit(limit), root, text);
     EXPECT_EQ(checked.parse, 0);
     EXPECT_EQ(checked.log, expected.validatorAccepts ? withoutResults(log) : log);
     EXPECT_EQ(checked.errors, expected.validatorAccepts ? "" : errors);
 
     // The same in one call.
-    const auto ctx = newContext(limit);
+    const auto ctx = contextWithErrorLimit(limit);
     const Reading reading = decode(*ctx, root, text);
     EXPECT_EQ(reading.record, expected.record);
     EXPECT_EQ(reading.errors, errors);
@@ -219,8 +207,8 @@ TEST(Walk, ErrorsBeyondTheLimitKeepHandlersInStep) {
                    "</cseq> 2>1 s4 -> -44",
                    "</remote> 1 s5",
                    "</dialog> 0 s5"};
-  for (uint32_t limit : limits) {
-    const Walk walked = walkDecoder(*newContext(limit), dialog, text);
+  for (uint32_t limit : errorLimits) {
+    const Walk walked = walkDecoder(*contextWithErrorLimit(limit), dialog, text);
     EXPECT_EQ(limit == 100 ? walked.log : withoutResults(walked.log), limit == 100 ? log : withoutResults(log));
     EXPECT_EQ(walked.record, "state='a' local.target.param[0]=null local.target.param[0].pname='' "
                              "local.target.param[0].pval='' local.target.uri='u' id='d'");
@@ -245,11 +233,11 @@ TEST(Walk, DocumentCutOffFiveDelegatesDeep) {
       {"<remote><identity>te", "'te' 4>3>2>1 s4", "dialog[0].state='' dialog[0].remote.identity=null "},
   };
   for (const Row &row : rows) {
-    for (uint32_t limit : limits) {
+    for (uint32_t limit : errorLimits) {
       SCOPED_TRACE(row.cut);
       const std::string around = in(info, "<dialog id='d'><state/>"s + row.cut + "|").text;
       const std::string text = around.substr(0, around.find('|'));
-      const auto ctx = newContext(limit);
+      const auto ctx = contextWithErrorLimit(limit);
       const Walk walked = walkDecoder(*ctx, info, text);
       EXPECT_EQ(walked.parse, STATUS_PARSE_FAILED);
       ASSERT_FALSE(walked.log.empty());
@@ -348,7 +336,7 @@ TEST(WalkEverywhere, ARefusedChildIsAsIfItWereNotThere) {
   size_t positions = 0;
   for (const std::string &marked : allDocuments()) {
     const std::string plain = in(info, without(marked, '|')).text;
-    const Walk expected = walkDecoder(*newContext(100), info, plain);
+    const Walk expected = walkDecoder(*contextWithErrorLimit(100), info, plain);
     ASSERT_EQ(expected.errors, "") << plain;
     EXPECT_EQ(expectInStep(expected.log), 0);
     for (size_t at = marked.find('|'); at != marked.npos; at = marked.find('|', at + 1)) {
@@ -362,14 +350,14 @@ TEST(WalkEverywhere, ARefusedChildIsAsIfItWereNotThere) {
       };
       const bool amongHops = count("<route-set>") > count("</route-set>");
       const char *const error = amongHops ? "-3(tns_hop,bogus)" : "-41(bogus)";
-      for (uint32_t limit : limits) {
+      for (uint32_t limit : errorLimits) {
         SCOPED_TRACE("error limit " + std::to_string(limit) + ": " + text);
-        const Walk walked = walkDecoder(*newContext(limit), info, text);
+        const Walk walked = walkDecoder(*contextWithErrorLimit(limit), info, text);
         EXPECT_EQ(walked.parse, 0);
         EXPECT_EQ(walked.record, expected.record);
         EXPECT_EQ(walked.errors, limit == 0 ? "" : error);
         EXPECT_EQ(expectInStep(walked.log), 1);
-        const Walk checked = walkValidator(*newContext(limit), info, text);
+        const Walk checked = walkValidator(*contextWithErrorLimit(limit), info, text);
         EXPECT_EQ(checked.parse, 0);
         EXPECT_EQ(checked.errors, limit == 0 ? "" : error);
         EXPECT_EQ(expectInStep(checked.log), 1);
@@ -393,7 +381,7 @@ TEST(WalkEverywhere, TextThatCannotBeKept) {
                                           "</identity><cseq>5</cseq></local><remote><cseq>6</cseq></remote></dialog>")
                                  .text;
     for (size_t heapLimit = 40 * 1024; heapLimit <= 160 * 1024; heapLimit += 4 * 1024) {
-      for (uint32_t limit : limits) {
+      for (uint32_t limit : errorLimits) {
         SCOPED_TRACE("heap of " + std::to_string(heapLimit) + ", error limit " + std::to_string(limit));
         Context ctx([=](RuntimeOptions &options) {
           options.errorLimit = limit;

@@ -223,7 +223,7 @@ const std::vector<Case> &bindingCases() {
       {document("<ns-bindings/><filter id='f'/>"), "{bindings filter(id=f)}", empty, ""},
       {bindings("<other/>"), "{bindings}", "-3(ns_binding,other)@SAX; " + empty, "-3(ns_binding,other)@Vldt"},
       {document("<ns-bindings/><ns-bindings><ns-binding prefix='p' urn='u'/></ns-bindings>"), "{bindings}",
-       empty + "; " + refused("ns-bindings"), asValidator(refused("ns-bindings"))},
+       empty + "; " + refused("ns-bindings"), support::byValidator(refused("ns-bindings"))},
   };
   return cases;
 }

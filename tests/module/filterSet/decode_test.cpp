@@ -175,7 +175,7 @@ TEST(Decode, ChildrenComeInTheirOrder) {
         rtxErrClear(ctx);
         const Reading checked = validate(ctx, text);
         EXPECT_EQ(checked.status, statusOf(refusedOnes)) << text;
-        EXPECT_EQ(checked.errors, asValidator(refusedOnes)) << text;
+        EXPECT_EQ(checked.errors, support::byValidator(refusedOnes)) << text;
         if (testing::Test::HasFailure()) return;
       }
     }
@@ -185,7 +185,7 @@ TEST(Decode, ChildrenComeInTheirOrder) {
 // ---- Values --------------------------------------------------------------------------------------------------------
 
 TEST(Decode, DecimalDoesNotDependOnTheLocale) {
-  const CommaLocale locale;
+  const support::CommaLocale locale;
   if (!locale.found) GTEST_SKIP() << "no locale with a decimal comma on this machine";
   const Reading reading = decode(inTrigger("<changed by='2.5'/><changed by='2,5'/>"));
   EXPECT_EQ(reading.status, 0);

@@ -28,7 +28,7 @@ struct Result {
 Result attempt(RuntimeContext *ctx, const support::Encode &encode) {
   EXPECT_EQ(rtxSetOutputDynamic(ctx), 0);
   const int status = encode(ctx);
-  return {status, withoutDeclaration(support::outputText(ctx)), errorList(ctx)};
+  return {status, support::withoutDeclaration(support::outputText(ctx)), errorList(ctx)};
 }
 
 Result attemptDocument(RuntimeContext *ctx, const FilterSetType *record) {
@@ -465,7 +465,7 @@ TEST(EncodeRoot, StepsOfTheDocumentGiveTheDocument) {
       size_t length = 0;
       const char *text = rtxGetOutput(c, &length);
       EXPECT_EQ(text[length], '\0') << "always a terminated text";
-      parts.push_back(withoutDeclaration(text));
+      parts.push_back(support::withoutDeclaration(text));
     };
     step(QxXmlE_filter_set_StartElement);
     step(QxXmlE_filter_set_Contents);
@@ -672,7 +672,7 @@ TEST(EncodeDecimal, WhatIsNoNumberIsRefused) {
 }
 
 TEST(EncodeDecimal, DoesNotDependOnTheLocale) {
-  const CommaLocale locale;
+  const support::CommaLocale locale;
   if (!locale.found) GTEST_SKIP() << "no locale with a decimal comma on this machine";
   Context ctx;
   Record<ChangedType> record(ctx);

@@ -1,5 +1,5 @@
 // Storage that gives out, at every point of every operation.
-#include "faults.h"
+#include "bodyFaults.h"
 #include "filters.h"
 
 using namespace filters;
@@ -14,17 +14,10 @@ const std::string badDocument =
              "<exclude type='r'>a<b/>c</exclude><include/><x:f xmlns:x='u'/></what><trigger><added l='1'>t</added>"
              "</trigger></filter>");
 
-Outcome decodeBody(RuntimeContext *ctx, const std::string &text) {
-  const int set = support::setInput(ctx, text);
-  if (set != 0) return {set, {}};
-  const Reading reading = decodeInput(ctx);
-  return {reading.status, reading.record};
-}
+Outcome decodeBody(RuntimeContext *ctx, const std::string &text) { return support::decodeBody(ctx, text, decodeInput); }
 
 Outcome validateBody(RuntimeContext *ctx, const std::string &text) {
-  const int set = support::setInput(ctx, text);
-  if (set != 0) return {set, {}};
-  return {QxXmlV_filter_set(ctx), {}};
+  return support::validateBody(ctx, text, QxXmlV_filter_set);
 }
 
 // Reads a document and lets encode write the record.
@@ -33,13 +26,10 @@ Outcome encodeBody(RuntimeContext *ctx, const std::string &text,
   const int set = support::setInput(ctx, text);
   if (set != 0) return {set, {}};
   Record<FilterSetType> record(ctx, Start::raw);
-  int status = QxXmlD_filter_set(ctx, record);
+  const int status = QxXmlD_filter_set(ctx, record);
   record.owned = status != STATUS_READER_FAILED;
   if (status != 0) return {status, {}};
-  status = rtxSetOutputDynamic(ctx);
-  if (status != 0) return {status, {}, false};
-  status = encode(ctx, record);
-  return {status, status == 0 ? support::outputText(ctx) : std::string()};
+  return support::encodeBody(ctx, [&](RuntimeContext *c) { return encode(c, record); });
 }
 
 int encodeFirstFilter(RuntimeContext *ctx, const FilterSetType *record) {

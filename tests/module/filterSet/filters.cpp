@@ -281,16 +281,7 @@ std::string dump(const FilterSetType &record) {
   return attributes.in("()") + children.in("{}");
 }
 
-std::string errorList(RuntimeContext *ctx) {
-  static const std::regex place("QxXmlFilterSet([A-Za-z]+):[0-9]+");
-  return std::regex_replace(support::errors(ctx), place, "$1");
-}
-
-std::string asValidator(std::string errors) {
-  for (size_t at = 0; (at = errors.find("SAX", at)) != std::string::npos;)
-    errors.replace(at, 3, "Vldt");
-  return errors;
-}
+std::string errorList(RuntimeContext *ctx) { return support::errorsBySource(ctx, "QxXmlFilterSet"); }
 
 std::string meaning(const support::XmlElement &element) {
   std::string all = "{" + element.uri + "}" + element.name + "[";
@@ -315,42 +306,29 @@ Reading decodeInput(RuntimeContext *ctx) {
 int decodeStatus(RuntimeContext *ctx) { return decodeInput(ctx).status; }
 
 Reading decode(RuntimeContext *ctx, const std::string &document) {
-  const int set = support::setInput(ctx, document);
-  if (set != 0) return {set, "", errorList(ctx)};
-  support::HeapBalance balance(ctx, "by decoding " + document);
-  return decodeInput(ctx);
+  return support::readDocument(ctx, document, decodeInput);
 }
 
-Reading decode(const std::string &document) {
-  support::Context ctx;
-  return decode(ctx, document);
-}
+Reading decode(const std::string &document) { return support::readDocument(document, decodeInput); }
 
-Reading validate(RuntimeContext *ctx, const std::string &document) {
-  const int set = support::setInput(ctx, document);
-  if (set != 0) return {set, "", errorList(ctx)};
-  support::HeapBalance balance(ctx, "by validating " + document);
+static Reading validateInput(RuntimeContext *ctx) {
   const int status = QxXmlV_filter_set(ctx);
   return {status, "", errorList(ctx)};
 }
 
-Reading validate(const std::string &document) {
-  support::Context ctx;
-  return validate(ctx, document);
+Reading validate(RuntimeContext *ctx, const std::string &document) {
+  return support::readDocument(ctx, document, validateInput);
 }
+
+Reading validate(const std::string &document) { return support::readDocument(document, validateInput); }
 
 std::string document(std::string_view content, std::string_view attributes) {
   return "<filter-set xmlns=\""s + namespaceUri + "\"" + std::string(attributes) + ">" + std::string(content) +
          "</filter-set>";
 }
 
-std::string withoutDeclaration(const std::string &text) {
-  if (!text.starts_with("<?xml ")) return text;
-  return text.substr(text.find_first_not_of("\n", text.find("?>") + 2));
-}
-
 std::string encodeRecord(RuntimeContext *ctx, const FilterSetType *record) {
-  return withoutDeclaration(
+  return support::withoutDeclaration(
       support::encoded(ctx, [record](RuntimeContext *c) { return QxXmlE_filter_set(c, record); }));
 }
 

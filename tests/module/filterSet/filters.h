@@ -4,6 +4,7 @@
 #include "FilterSet/QxXmlFilterSet.h"
 #include "capture.h"
 #include "context.h"
+#include "documentReading.h"
 #include "documents.h"
 #include "errors.h"
 #include "output.h"
@@ -20,6 +21,7 @@ namespace filters {
 
 using namespace std::string_literals;
 using namespace std::string_view_literals;
+using support::Reading;
 
 inline constexpr const char *namespaceUri = "urn:ietf:params:xml:ns:simple-filter";
 
@@ -140,21 +142,11 @@ template <class T> std::string printed(const char *name, const T *record) {
 // one but the source is promised: "-33(NSBinding,k)@SAX".
 std::string errorList(RuntimeContext *ctx);
 
-// The same errors as the validator finds them.
-std::string asValidator(std::string errors);
-
 // An element's meaning where white space between children has none.
 std::string meaning(const support::XmlElement &element);
 
 // ---- Reading and writing
 // ---------------------------------------------------------------------------------------------
-
-// What reading came to.
-struct Reading {
-  int status;
-  std::string record; // as dump
-  std::string errors; // as errorList
-};
 
 // Decodes, validates the context's input, and releases what it got.
 Reading decodeInput(RuntimeContext *ctx);
@@ -166,8 +158,6 @@ Reading validate(const std::string &document);
 
 // A document with the module's namespace as the default one around content; attributes begin with a blank.
 std::string document(std::string_view content, std::string_view attributes = "");
-
-std::string withoutDeclaration(const std::string &text);
 
 // What QxXmlE_filter_set writes, without the XML declaration.
 std::string encodeRecord(RuntimeContext *ctx, const FilterSetType *record);

@@ -1,6 +1,6 @@
 // The handlers of every type, driven by hand and without a reader, as a host may drive them.
 #include "filters.h"
-#include "handlers.h"
+#include "handlerChain.h"
 
 #include <algorithm>
 #include <set>
@@ -42,7 +42,7 @@ template <class Kind> struct Driven {
     std::memset(&handler, 0xA5, sizeof handler);
     initStatus = Kind::init(ctx, &handler, record, 0);
   }
-  ~Driven() { releaseChain(ctx, handler); }
+  ~Driven() { support::releaseHandlers(ctx, handler); }
 
   int start(const char *name, std::initializer_list<const char *> attributes = {}) {
     std::vector<const char *> array(attributes);

@@ -128,7 +128,7 @@ std::string comparable(std::string errors) {
   errors = std::regex_replace(errors, std::regex("-16\\(NSBindings\\.count,0\\)@SAX(; )?"), "");
   errors = std::regex_replace(errors, std::regex("-33\\(,[^)]*\\)@runtime/reader(<Vldt)?(; )?"), "");
   if (errors.ends_with("; ")) errors.resize(errors.size() - 2);
-  return asValidator(errors);
+  return support::byValidator(errors);
 }
 
 TEST(Property, RecordsSurviveBeingWrittenAndRead) {

@@ -1,14 +1,15 @@
 // The sample bodies of this kind that the library comes with: read, checked, written and read again.
-#include "files.h"
+#include "corpus.h"
 #include "filters.h"
 
 using namespace filters;
+using support::contents;
 using support::Context;
 
 namespace {
 
 std::vector<std::filesystem::path> samples() {
-  return filesIn(std::filesystem::path(IMSCODEC_SOURCE_DIR) / "examples/bodies", "filter-");
+  return support::filesIn(std::filesystem::path(IMSCODEC_SOURCE_DIR) / "examples/bodies", "filter-");
 }
 
 TEST(Samples, MakeTheRoundTrip) {

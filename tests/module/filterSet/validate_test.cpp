@@ -19,7 +19,7 @@ INSTANTIATE_TEST_SUITE_P(Texts, ValidateCase, testing::Values(textCases));
 TEST_P(ValidateCase, GivesTheErrorsOfTheDecoderButForTheStatedOnes) {
   for (const Case &c : GetParam()()) {
     SCOPED_TRACE(c.document.substr(0, 500));
-    const std::string expected = c.validatorErrors ? *c.validatorErrors : asValidator(c.errors);
+    const std::string expected = c.validatorErrors ? *c.validatorErrors : support::byValidator(c.errors);
     const Reading reading = validate(c.document);
     EXPECT_EQ(reading.status, statusOf(expected));
     EXPECT_EQ(reading.errors, expected);
@@ -64,7 +64,7 @@ TEST(Validate, AttributesOfForeignElementsAreReportedWithoutAName) {
 }
 
 TEST(Validate, DecimalDoesNotDependOnTheLocale) {
-  const CommaLocale locale;
+  const support::CommaLocale locale;
   if (!locale.found) GTEST_SKIP() << "no locale with a decimal comma on this machine";
   EXPECT_EQ(validate(inTrigger("<changed by='2.5'/><changed by='2,5'/>")).errors, "");
 }

@@ -2,25 +2,16 @@
 // callback. Where an element is refused or its text cannot be kept, every later event must find the handlers in step.
 #include "cases.h"
 #include "filters.h"
-#include "handlerProbe.h"
-#include "handlers.h"
-
-#include <memory>
+#include "walk.h"
 
 using namespace filters;
+using support::changedLines;
 using support::Context;
-using support::HandlerProbe;
+using support::contextWithErrorLimit;
+using support::errorLimits;
+using support::Walk;
 
 namespace {
-
-constexpr uint32_t limits[] = {100, 1, 0};
-
-struct Walk {
-  int parse;
-  std::string log;
-  std::string record;
-  std::string errors;
-};
 
 void prepare(RuntimeContext *ctx, const std::string &text) {
   EXPECT_EQ(support::setInput(ctx, text), 0);
@@ -33,15 +24,10 @@ Walk walk(RuntimeContext *ctx, const std::string &text) {
   Record<FilterSetType> record(ctx);
   SaxTypeHandler handler;
   EXPECT_EQ(QxSAX_FilterSetType_init(ctx, &handler, record, 0), 0);
-  handler.rootName = "filter-set";
-  HandlerProbe<SaxTypeHandler> probe(ctx, handler);
-  const int parse = probe.read();
-  if (parse == 0) {
-    EXPECT_EQ(handler.delegate, nullptr);
-    EXPECT_EQ(handler.level, 0);
-  }
-  releaseChain(ctx, handler);
-  return {parse, probe.text(), dump(*record), errorList(ctx)};
+  Walk walk = support::walkThrough(ctx, handler, "filter-set");
+  walk.record = dump(*record);
+  walk.errors = errorList(ctx);
+  return walk;
 }
 
 Walk walkValidator(RuntimeContext *ctx, const std::string &text) {
@@ -49,35 +35,9 @@ Walk walkValidator(RuntimeContext *ctx, const std::string &text) {
   support::HeapBalance balance(ctx);
   VsaxTypeHandler handler;
   EXPECT_EQ(QxVSAX_FilterSetType_init(ctx, &handler, 0), 0);
-  handler.rootName = "filter-set";
-  HandlerProbe<VsaxTypeHandler> probe(ctx, handler);
-  const int parse = probe.read();
-  if (parse == 0) {
-    EXPECT_EQ(handler.delegate, nullptr);
-    EXPECT_EQ(handler.level, 0);
-  }
-  releaseChain(ctx, handler);
-  return {parse, probe.text(), "", errorList(ctx)};
-}
-
-// Each line of a log changed, or dropped where change gives nothing.
-template <class Change> std::string changedLines(const std::string &log, Change change) {
-  std::string all;
-  for (size_t at = 0; at < log.size();) {
-    const size_t end = log.find('\n', at);
-    all += change(log.substr(at, end - at));
-    at = end + 1;
-  }
-  return all;
-}
-
-// The log as it is when no error may be recorded: a refusal shows in the levels only.
-std::string withoutResults(const std::string &log) {
-  return changedLines(log, [](const std::string &line) { return line.substr(0, line.find(" -> ")) + "\n"; });
-}
-
-std::unique_ptr<Context> newContext(uint32_t limit) {
-  return std::make_unique<Context>([limit](RuntimeOptions &options) { options.errorLimit = limit; });
+  Walk walk = support::walkThrough(ctx, handler, "filter-set");
+  walk.errors = errorList(ctx);
+  return walk;
 }
 
 struct Expectation {
@@ -90,35 +50,13 @@ struct Expectation {
 };
 
 void expectWalk(const Expectation &expected) {
-  const std::string &text = expected.document;
-  for (uint32_t limit : limits) {
-    SCOPED_TRACE("error limit " + std::to_string(limit) + ": " + text);
-    const auto expectLog = [limit](const std::string &log, const std::string &all) {
-      if (limit == 100) {
-        EXPECT_EQ(log, all);
-      } else if (limit == 0) {
-        EXPECT_EQ(log, withoutResults(all)) << "nothing recorded, nothing returned";
-      } else {
-        EXPECT_EQ(withoutResults(log), withoutResults(all));
-      }
-    };
-    const Walk walked = walk(*newContext(limit), text);
-    EXPECT_EQ(walked.parse, 0);
-    EXPECT_EQ(walked.record, expected.record);
-    expectLog(walked.log, expected.log);
-    EXPECT_EQ(walked.errors, limit == 100 ? expected.errors : limit == 1 ? expected.errorsOfOne : "");
-
-    const Walk checked = walkValidator(*newContext(limit), text);
-    EXPECT_EQ(checked.parse, 0);
-    expectLog(checked.log, expected.validatorLog.empty() ? expected.log : expected.validatorLog);
-
-    // The same in one call.
-    auto ctx = newContext(limit);
-    const Reading reading = decode(*ctx, text);
-    EXPECT_EQ(reading.record, expected.record);
-    EXPECT_EQ(reading.errors, walked.errors);
-    EXPECT_EQ(reading.status, rtxErrGetFirstError(*ctx));
-  }
+  support::expectWalk(
+      {expected.document,
+       expected.log,
+       expected.record,
+       {expected.errors, expected.errorsOfOne},
+       expected.validatorLog},
+      {walk, walkValidator, static_cast<Reading (*)(RuntimeContext *, const std::string &)>(decode), nullptr});
 }
 
 TEST(Walk, UnknownChildOfTheSet) {
@@ -301,8 +239,8 @@ TEST(Walk, ChildOutOfOrderWithMatchingChildrenInside) {
 TEST(Walk, DocumentCutOffInsideAForeignElement) {
   const std::string text =
       "<filter-set xmlns=\""s + namespaceUri + "\"><filter id='f'><what><include>i</include><x:f xmlns:x='u'><x:g>te";
-  for (uint32_t limit : limits) {
-    const auto ctx = newContext(limit);
+  for (uint32_t limit : errorLimits) {
+    const auto ctx = contextWithErrorLimit(limit);
     const Walk walked = walk(*ctx, text);
     EXPECT_EQ(walked.parse, STATUS_PARSE_FAILED);
     EXPECT_TRUE(walked.log.ends_with("<x:f> 4>3>2>any s2\n"
@@ -347,9 +285,9 @@ TEST(Walk, RefusedChildChangesNothingElseWhereverItStands) {
   for (char c : marked)
     if (marks.find(c) != std::string_view::npos) byName.push_back(c == '!');
   const std::string plain = withBogusAt(byName.size());
-  for (uint32_t limit : limits) {
-    const Walk expected = walk(*newContext(limit), plain);
-    const Walk expectedCheck = walkValidator(*newContext(limit), plain);
+  for (uint32_t limit : errorLimits) {
+    const Walk expected = walk(*contextWithErrorLimit(limit), plain);
+    const Walk expectedCheck = walkValidator(*contextWithErrorLimit(limit), plain);
     ASSERT_EQ(expected.errors, "");
     ASSERT_EQ(expected.parse, 0);
     for (size_t position = 0; position < byName.size(); ++position) {
@@ -365,17 +303,17 @@ TEST(Walk, RefusedChildChangesNothingElseWhereverItStands) {
         return changedLines(log,
                             [](const std::string &line) { return line.starts_with("<bogus> ") ? line + "\n" : ""s; });
       };
-      const Walk walked = walk(*newContext(limit), text);
+      const Walk walked = walk(*contextWithErrorLimit(limit), text);
       EXPECT_EQ(rest(walked.log), expected.log);
       EXPECT_TRUE(refusal(walked.log).ends_with(" s2" + result)) << refusal(walked.log);
       EXPECT_EQ(walked.record, expected.record);
       EXPECT_EQ(walked.errors.substr(0, walked.errors.find(')')), limit == 0         ? ""
                                                                   : byName[position] ? "-3(ns_binding,bogus"
                                                                                      : "-41(bogus");
-      const Walk checked = walkValidator(*newContext(limit), text);
+      const Walk checked = walkValidator(*contextWithErrorLimit(limit), text);
       EXPECT_EQ(rest(checked.log), expectedCheck.log);
       EXPECT_TRUE(refusal(checked.log).ends_with(" s2" + result)) << refusal(checked.log);
-      EXPECT_EQ(checked.errors, asValidator(walked.errors));
+      EXPECT_EQ(checked.errors, support::byValidator(walked.errors));
       if (testing::Test::HasFailure()) return;
     }
   }
@@ -387,7 +325,7 @@ TEST(Walk, TextThatCannotBeCollected) {
   // The heap takes the beginning of the text at most.
   const std::string text =
       inTrigger("<added>" + std::string(400000, 'x') + "<b>inner</b>tail</added><removed>r</removed>");
-  for (uint32_t limit : limits) {
+  for (uint32_t limit : errorLimits) {
     SCOPED_TRACE(limit);
     Context ctx([limit](RuntimeOptions &options) {
       options.errorLimit = limit;

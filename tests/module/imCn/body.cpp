@@ -122,25 +122,7 @@ std::vector<std::string> foreignTexts(const RtxAnyList &list) {
 
 // ---- Reading and writing --------------------------------------------------------------------------------------
 
-std::string errorsOf(RuntimeContext *ctx) {
-  constexpr std::string_view stem = "QxXmlImCn";
-  std::string all = support::errors(ctx);
-  for (size_t at = all.find(stem); at != std::string::npos; at = all.find(stem, at)) {
-    all.erase(at, stem.size());
-    const size_t colon = all.find(':', at);
-    all.erase(colon, all.find_first_not_of("0123456789", colon + 1) - colon);
-  }
-  return all;
-}
-
-std::string byValidator(std::string errors) {
-  for (const char *place : {"@SAX", "<SAX"})
-    for (size_t at = errors.find(place); at != std::string::npos; at = errors.find(place, at))
-      errors.replace(at + 1, 3, "Vldt");
-  return errors;
-}
-
-int firstStatus(const std::string &errors) { return errors.empty() ? 0 : std::stoi(errors); }
+std::string errorsOf(RuntimeContext *ctx) { return support::errorsBySource(ctx, "QxXmlImCn"); }
 
 Reading decodeInput(RuntimeContext *ctx) {
   auto record = Record<tIMS3GPP>::uninitialised(ctx);
@@ -150,31 +132,23 @@ Reading decodeInput(RuntimeContext *ctx) {
 }
 
 Reading decode(RuntimeContext *ctx, const std::string &document) {
-  const int set = support::setInput(ctx, document);
-  if (set != 0) return {set, "", errorsOf(ctx)};
-  support::HeapBalance balance(ctx, "by decoding " + document);
-  return decodeInput(ctx);
+  return support::readDocument(ctx, document, decodeInput);
 }
 
-Reading decode(const std::string &document) {
-  support::Context ctx;
-  return decode(ctx, document);
-}
+Reading decode(const std::string &document) { return support::readDocument(document, decodeInput); }
 
 int decodeStatus(RuntimeContext *ctx) { return decodeInput(ctx).status; }
 
-Reading validate(RuntimeContext *ctx, const std::string &document) {
-  const int set = support::setInput(ctx, document);
-  if (set != 0) return {set, "", errorsOf(ctx)};
-  support::HeapBalance balance(ctx, "by validating " + document);
+static Reading validateInput(RuntimeContext *ctx) {
   const int status = QxXmlV_ims_3gpp(ctx);
   return {status, "", errorsOf(ctx)};
 }
 
-Reading validate(const std::string &document) {
-  support::Context ctx;
-  return validate(ctx, document);
+Reading validate(RuntimeContext *ctx, const std::string &document) {
+  return support::readDocument(ctx, document, validateInput);
 }
+
+Reading validate(const std::string &document) { return support::readDocument(document, validateInput); }
 
 Reading decodeTextInput(RuntimeContext *ctx, const TextDocument &document) {
   const char *const untouched = "untouched";
@@ -188,10 +162,7 @@ Reading decodeTextInput(RuntimeContext *ctx, const TextDocument &document) {
 }
 
 Reading decodeText(RuntimeContext *ctx, const TextDocument &document, const std::string &text) {
-  const int set = support::setInput(ctx, text);
-  if (set != 0) return {set, "", errorsOf(ctx)};
-  support::HeapBalance balance(ctx, "by decoding " + text);
-  return decodeTextInput(ctx, document);
+  return support::readDocument(ctx, text, [&](RuntimeContext *c) { return decodeTextInput(c, document); });
 }
 
 std::string document(std::string_view content) {
@@ -203,13 +174,8 @@ std::string alternative(std::string_view content) {
 }
 
 std::string encodeRecord(RuntimeContext *ctx, const tIMS3GPP *record) {
-  return withoutDeclaration(support::encoded(ctx, [record](RuntimeContext *c) { return QxXmlE_ims_3gpp(c, record); }));
-}
-
-std::string withoutDeclaration(const std::string &text) {
-  if (!text.starts_with("<?xml ")) return text;
-  const size_t end = text.find("?>") + 2;
-  return text.substr(text.find_first_not_of("\n", end));
+  return support::withoutDeclaration(
+      support::encoded(ctx, [record](RuntimeContext *c) { return QxXmlE_ims_3gpp(c, record); }));
 }
 
 } // namespace body

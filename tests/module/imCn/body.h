@@ -3,6 +3,7 @@
 
 #include "ImCn/QxXmlImCn.h"
 #include "context.h"
+#include "documentReading.h"
 #include "documents.h"
 #include "errors.h"
 #include "output.h"
@@ -17,6 +18,7 @@ namespace body {
 
 using namespace std::string_literals;
 using namespace std::string_view_literals;
+using support::Reading;
 
 // ---- Functions by type ----------------------------------------------------------------------------------------
 
@@ -151,21 +153,8 @@ std::vector<std::string> foreignTexts(const RtxAnyList &list);
 
 // ---- Reading and writing --------------------------------------------------------------------------------------
 
-// What reading came to.
-struct Reading {
-  int status;
-  std::string record; // as dump
-  std::string errors; // as errorsOf
-};
-
 // As support::errors, with the ending of the source alone for a place: "-41(bogus)@runtime/reader<SAX".
 std::string errorsOf(RuntimeContext *ctx);
-
-// The text of errors of a decoder as its validator would record them.
-std::string byValidator(std::string errors);
-
-// The status that a call returns that records these errors.
-int firstStatus(const std::string &errors);
 
 // Decodes, validates the context's input, and releases what it got.
 Reading decodeInput(RuntimeContext *ctx);
@@ -184,6 +173,4 @@ std::string document(std::string_view content);
 std::string alternative(std::string_view content);
 
 std::string encodeRecord(RuntimeContext *ctx, const tIMS3GPP *record);
-std::string withoutDeclaration(const std::string &text);
-
 } // namespace body

@@ -2,78 +2,43 @@
 // the table shows the rest.
 #include "body.h"
 #include "capture.h"
-#include "xmlJudge.h"
-
-#include <algorithm>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iostream>
-#include <iterator>
+#include "corpus.h"
 
 using namespace body;
-using support::Context;
+using support::CorpusBody;
 
 namespace {
-
-std::string contents(const std::filesystem::path &path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
-void expectRecordsWithPlace(RuntimeContext *ctx, int status) {
-  EXPECT_EQ(status == 0, rtxErrCount(ctx) == 0);
-  for (uint32_t i = 0; const RtxError *error = rtxErrAt(ctx, i); ++i)
-    EXPECT_GT(error->line, 0u) << support::errorText(*error);
-}
 
 std::string printed(const tIMS3GPP &record) {
   return support::captureStdout([&] { QxPrint_tIMS3GPP("  r", &record); });
 }
 
-std::string orNone(const std::string &errors) { return errors.empty() ? "clean" : errors; }
-
 TEST(Corpus, EveryBodyIsReadOrRefusedInOrder) {
-  const char *corpus = std::getenv("IMSCODEC_CORPUS");
-  if (corpus == nullptr || *corpus == '\0') GTEST_SKIP() << "IMSCODEC_CORPUS names no folder of bodies";
-  const std::filesystem::path folder = std::filesystem::path(corpus) / "ims-3gpp";
-  std::vector<std::filesystem::path> files;
-  for (const auto &entry : std::filesystem::directory_iterator(folder))
-    if (entry.is_regular_file()) files.push_back(entry.path());
-  std::sort(files.begin(), files.end());
-  ASSERT_FALSE(files.empty());
-
-  std::string table;
-  for (const std::filesystem::path &file : files) {
-    SCOPED_TRACE(file.filename().string());
-    const std::string text = contents(file);
+  support::everyCorpusBody("ims-3gpp", [](RuntimeContext *ctx, const CorpusBody &body) {
     // A document type is refused, well-formed or not.
-    const bool readable = support::parseXml(text) && text.find("<!DOCTYPE") == std::string::npos;
-    Context ctx;
-    ASSERT_EQ(support::setInput(ctx, text), 0);
-    support::HeapBalance balance(ctx);
+    const bool readable = body.tree && body.text.find("<!DOCTYPE") == std::string::npos;
     auto record = Record<tIMS3GPP>::uninitialised(ctx);
     const int status = QxXmlD_ims_3gpp(ctx, record);
     record.owned = true;
-    expectRecordsWithPlace(ctx, status);
+    support::expectRecordsWithPlace(ctx, status);
     EXPECT_EQ(status == STATUS_PARSE_FAILED, !readable);
-    const std::string decoded = errorsOf(ctx);
+    const std::string decoded = support::orClean(errorsOf(ctx));
     rtxErrClear(ctx);
     const int checked = QxXmlV_ims_3gpp(ctx);
-    expectRecordsWithPlace(ctx, checked);
+    support::expectRecordsWithPlace(ctx, checked);
     EXPECT_EQ(checked == STATUS_PARSE_FAILED, !readable);
-    table += file.filename().string() + ": decoded " + orNone(decoded) + ", validated " + orNone(errorsOf(ctx)) + "\n" +
-             printed(*record);
-    if (status != 0) continue;
+    const std::string row =
+        "decoded " + decoded + ", validated " + support::orClean(errorsOf(ctx)) + "\n" + printed(*record);
+    if (status != 0) return row;
 
     rtxErrClear(ctx);
-    ASSERT_EQ(support::setInput(ctx, encodeRecord(ctx, record)), 0);
+    EXPECT_EQ(support::setInput(ctx, encodeRecord(ctx, record)), 0);
     auto again = Record<tIMS3GPP>::uninitialised(ctx);
     EXPECT_EQ(QxXmlD_ims_3gpp(ctx, again), 0) << support::errors(ctx);
     again.owned = true;
     EXPECT_EQ(printed(*again), printed(*record));
-  }
-  std::cout << table;
+    return row;
+  });
 }
 
 } // namespace

@@ -25,10 +25,10 @@ void expectReading(const Case &c) {
   const Reading reading = decode(c.document);
   EXPECT_EQ(reading.record, c.record);
   EXPECT_EQ(reading.errors, c.errors);
-  EXPECT_EQ(reading.status, firstStatus(c.errors));
+  EXPECT_EQ(reading.status, support::firstStatus(c.errors));
   const Reading checked = validate(c.document);
-  EXPECT_EQ(checked.errors, byValidator(c.errors));
-  EXPECT_EQ(checked.status, firstStatus(c.errors));
+  EXPECT_EQ(checked.errors, support::byValidator(c.errors));
+  EXPECT_EQ(checked.status, support::firstStatus(c.errors));
 }
 
 // ---- Documents without errors ---------------------------------------------------------------------------------
@@ -195,13 +195,13 @@ void everySequence(const Child (&children)[3], size_t length, std::string (*arou
       const std::string text = around(content);
       rtxErrClear(ctx);
       const Reading reading = decode(ctx, text);
-      EXPECT_EQ(reading.status, firstStatus(refused)) << text;
+      EXPECT_EQ(reading.status, support::firstStatus(refused)) << text;
       EXPECT_EQ(reading.record, show(taken)) << text;
       EXPECT_EQ(reading.errors, refused) << text;
       rtxErrClear(ctx);
       const Reading checked = validate(ctx, text);
       EXPECT_EQ(checked.status, reading.status) << text;
-      EXPECT_EQ(checked.errors, byValidator(refused)) << text;
+      EXPECT_EQ(checked.errors, support::byValidator(refused)) << text;
       if (testing::Test::HasFailure()) return;
     }
   }

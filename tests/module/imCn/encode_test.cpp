@@ -65,14 +65,14 @@ TEST(Encode, StepsOfTheDocumentGiveTheDocument) {
       size_t length = 0;
       const char *text = rtxGetOutput(c, &length);
       EXPECT_EQ(text[length], '\0') << "always a terminated text";
-      parts.push_back(withoutDeclaration(text));
+      parts.push_back(support::withoutDeclaration(text));
     };
     step(QxXmlE_ims_3gpp_StartElement);
     step(QxXmlE_ims_3gpp_Contents);
     step(QxXmlE_ims_3gpp_EndElement);
     return rtXmlEncEndDocument(c);
   });
-  EXPECT_EQ(withoutDeclaration(stepwise), completeDocument);
+  EXPECT_EQ(support::withoutDeclaration(stepwise), completeDocument);
   ASSERT_EQ(parts.size(), 3u);
   EXPECT_EQ(parts[0], completeDocument.substr(0, completeDocument.find("<alternative")));
   EXPECT_EQ(parts[1], completeDocument.substr(0, completeDocument.rfind("</")));
@@ -149,8 +149,9 @@ TEST(EncodeWithoutNamespace, DefaultDeclarationOfAnEarlierDocumentDoesNotLeakIn)
     SCOPED_TRACE(what);
     rtxErrClear(ctx);
     EXPECT_EQ(encodeRecord(ctx, record), infoDocument);
-    EXPECT_EQ(withoutDeclaration(support::encoded(ctx, [&](RuntimeContext *c) { return QxXmlE_type(c, &text); })),
-              "<type>emergency</type>");
+    EXPECT_EQ(
+        support::withoutDeclaration(support::encoded(ctx, [&](RuntimeContext *c) { return QxXmlE_type(c, &text); })),
+        "<type>emergency</type>");
   };
   expectNone("first");
   for (int round = 0; round < 2; ++round) {
@@ -174,8 +175,9 @@ TEST(EncodeWithoutNamespace, DefaultOfTheHostDoesNotMoveTheBody) {
   ASSERT_EQ(rtXmlNSSetNamespace(ctx, nullptr, nullptr, "urn:host", false), 0);
   EXPECT_EQ(encodeRecord(ctx, record), infoDocument);
   const RtxXmlString text = {false, "emergency"};
-  EXPECT_EQ(withoutDeclaration(support::encoded(ctx, [&](RuntimeContext *c) { return QxXmlE_action(c, &text); })),
-            "<action>emergency</action>");
+  EXPECT_EQ(
+      support::withoutDeclaration(support::encoded(ctx, [&](RuntimeContext *c) { return QxXmlE_action(c, &text); })),
+      "<action>emergency</action>");
 }
 
 TEST(EncodeWithoutNamespace, DeclarationsOfTheHostServeForeignElements) {
@@ -376,7 +378,8 @@ TEST(EncodeFailure, SelectorThatNamesNothingIsRefused) {
     EXPECT_EQ(errorsOf(ctx), "-9(" + std::to_string(selector) + ")@Enc<Enc<Enc<Enc")
         << "the choice, its element, the body's contents, the document";
     EXPECT_EQ(rtxErrAt(ctx, 0)->params[0].kind, RTX_PARAM_TEXT);
-    EXPECT_EQ(withoutDeclaration(support::outputText(ctx)), "<ims-3gpp version=\"1\">") << "what was written stays";
+    EXPECT_EQ(support::withoutDeclaration(support::outputText(ctx)), "<ims-3gpp version=\"1\">")
+        << "what was written stays";
     rtxErrClear(ctx);
     EXPECT_EQ(QxXmlET_tIMS3GPP_1_Contents(ctx, &record->_choice1, nullptr), STATUS_INVALID_CHOICE);
   }
@@ -396,7 +399,7 @@ TEST(EncodeFailure, TextThatIsNotUtf8IsFoundBeforeItsTag) {
       EXPECT_EQ(encodeDocument(ctx, record), STATUS_INVALID_UTF8);
       EXPECT_EQ(errorsOf(ctx), errors);
       // A start tag that is open has not got its ">" yet.
-      const std::string output = withoutDeclaration(support::outputText(ctx));
+      const std::string output = support::withoutDeclaration(support::outputText(ctx));
       EXPECT_EQ(output.ends_with(">") ? output : output + ">", before + written);
       const RtxError &error = *rtxErrAt(ctx, 0);
       for (uint32_t i = 0; i < error.siteCount; ++i) {
@@ -439,7 +442,8 @@ TEST(EncodeFailure, AttributeOfTheRootCostsTheAttributesNotTheDocument) {
     ASSERT_EQ(rtxSetOutputDynamic(ctx), 0);
     EXPECT_EQ(encodeDocument(ctx, record), 0);
     EXPECT_EQ(errorsOf(ctx), "-102@Enc") << "it is recorded";
-    EXPECT_EQ(withoutDeclaration(support::outputText(ctx)), written + "<service-info>i</service-info></ims-3gpp>"s);
+    EXPECT_EQ(support::withoutDeclaration(support::outputText(ctx)),
+              written + "<service-info>i</service-info></ims-3gpp>"s);
     EXPECT_EQ(ctx->state, XMLSTATE_IN_ELEMENT);
   };
   expectWritten(std::numeric_limits<double>::quiet_NaN(), "k", "v", "<ims-3gpp>");
@@ -467,7 +471,8 @@ TEST(EncodeText, TextInItsRoot) {
     const std::string root = document.root;
     Context ctx;
     const auto written = [&](const RtxXmlString &text) {
-      return withoutDeclaration(support::encoded(ctx, [&](RuntimeContext *c) { return document.encode(c, &text); }));
+      return support::withoutDeclaration(
+          support::encoded(ctx, [&](RuntimeContext *c) { return document.encode(c, &text); }));
     };
     EXPECT_EQ(written({false, "emergency"}), "<" + root + ">emergency</" + root + ">");
     EXPECT_EQ(written({false, " a<b&\xC3\xA9 "}), "<" + root + "> a&lt;b&amp;\xC3\xA9 </" + root + ">");
@@ -494,12 +499,12 @@ TEST(EncodeText, StepsGiveTheDocument) {
         size_t length = 0;
         const char *output = rtxGetOutput(c, &length);
         EXPECT_EQ(output[length], '\0') << "always a terminated text";
-        parts.push_back(withoutDeclaration(output));
+        parts.push_back(support::withoutDeclaration(output));
       }
       return rtXmlEncEndDocument(c);
     });
     EXPECT_EQ(parts, std::vector<std::string>({"<" + root + ">", "<" + root + ">t", "<" + root + ">t</" + root + ">"}));
-    EXPECT_EQ(withoutDeclaration(stepwise), parts[2]);
+    EXPECT_EQ(support::withoutDeclaration(stepwise), parts[2]);
   }
 }
 
@@ -512,7 +517,7 @@ TEST(EncodeText, TextThatXmlCannotCarryIsRefused) {
       const RtxXmlString text = {false, bad};
       EXPECT_EQ(document.encode(ctx, &text), STATUS_INVALID_UTF8);
       EXPECT_EQ(errorsOf(ctx), "-102@Enc<Enc");
-      EXPECT_EQ(withoutDeclaration(support::outputText(ctx)), "<"s + document.root + ">");
+      EXPECT_EQ(support::withoutDeclaration(support::outputText(ctx)), "<"s + document.root + ">");
       lines.push_back(rtxErrAt(ctx, 0)->sites[0].line);
     }
     EXPECT_NE(lines[0], lines[1]) << "a check of its own for what is not UTF-8";

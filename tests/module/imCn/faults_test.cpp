@@ -1,6 +1,6 @@
 // Storage that gives out, at every point of every operation.
 #include "body.h"
-#include "faults.h"
+#include "bodyFaults.h"
 
 using namespace body;
 using support::faults;
@@ -17,17 +17,10 @@ const std::string infoDocument = document("<service-info>some information</servi
 const std::string badDocument = "<body k='1'><bogus/><alternative-service><action/><type k='1'>t</type><type/>"
                                 "<reason>r</reason><action/></alternative-service><service-info/><y/></body>";
 
-Outcome decodeBody(RuntimeContext *ctx, const std::string &text) {
-  const int set = support::setInput(ctx, text);
-  if (set != 0) return {set, {}};
-  const Reading reading = decodeInput(ctx);
-  return {reading.status, reading.record};
-}
+Outcome decodeBody(RuntimeContext *ctx, const std::string &text) { return support::decodeBody(ctx, text, decodeInput); }
 
 Outcome validateBody(RuntimeContext *ctx, const std::string &text) {
-  const int set = support::setInput(ctx, text);
-  if (set != 0) return {set, {}};
-  return {QxXmlV_ims_3gpp(ctx), {}};
+  return support::validateBody(ctx, text, QxXmlV_ims_3gpp);
 }
 
 // Reads a document and writes it back.
@@ -35,13 +28,10 @@ Outcome recodeBody(RuntimeContext *ctx, const std::string &text) {
   const int set = support::setInput(ctx, text);
   if (set != 0) return {set, {}};
   auto record = Record<tIMS3GPP>::uninitialised(ctx);
-  int status = QxXmlD_ims_3gpp(ctx, record);
+  const int status = QxXmlD_ims_3gpp(ctx, record);
   record.owned = status != STATUS_READER_FAILED;
   if (status != 0) return {status, {}};
-  status = rtxSetOutputDynamic(ctx);
-  if (status != 0) return {status, {}, false};
-  status = QxXmlE_ims_3gpp(ctx, record);
-  return {status, status == 0 ? support::outputText(ctx) : std::string()};
+  return support::encodeBody(ctx, [&](RuntimeContext *c) { return QxXmlE_ims_3gpp(c, record); });
 }
 
 TEST(Faults, Decode) {

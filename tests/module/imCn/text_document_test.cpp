@@ -21,7 +21,7 @@ protected:
     const Reading reading = decodeText(ctx, kind, document);
     EXPECT_EQ(reading.record, text);
     EXPECT_EQ(reading.errors, errors);
-    EXPECT_EQ(reading.status, firstStatus(errors));
+    EXPECT_EQ(reading.status, support::firstStatus(errors));
     EXPECT_EQ(ctx->globalData, nullptr);
   }
 };

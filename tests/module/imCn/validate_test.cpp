@@ -14,7 +14,7 @@ void expectDifference(const std::string &text, const char *decoderErrors, const 
   EXPECT_EQ(decode(text).errors, decoderErrors);
   const Reading checked = validate(text);
   EXPECT_EQ(checked.errors, validatorErrors);
-  EXPECT_EQ(checked.status, firstStatus(validatorErrors));
+  EXPECT_EQ(checked.status, support::firstStatus(validatorErrors));
 }
 
 TEST(Validate, EverySpelling) {

@@ -1,41 +1,15 @@
 // What each event of a document leaves behind: levels, the state byte, the result of the callback. Where an element is
 // refused or its text cannot be kept, every later event must find the handlers in step.
 #include "body.h"
-#include "handlerProbe.h"
-
-#include <memory>
+#include "walk.h"
 
 using namespace body;
 using support::Context;
-using support::HandlerProbe;
+using support::contextWithErrorLimit;
+using support::errorLimits;
+using support::Walk;
 
 namespace {
-
-constexpr uint32_t limits[] = {100, 1, 0};
-
-std::unique_ptr<Context> contextWithLimit(uint32_t limit) {
-  return std::make_unique<Context>([limit](RuntimeOptions &options) { options.errorLimit = limit; });
-}
-
-// Releases the handlers that a document left open when it ended early, and the storage of all.
-template <typename Handler> void releaseChain(RuntimeContext *ctx, Handler &handler) {
-  if (RtSaxHandler *delegate = handler.delegate) {
-    if (handler.foreignDelegate) {
-      if (delegate->release != nullptr) delegate->release(ctx, delegate);
-      rtxMemHeapFreePtr(ctx, delegate->delegateStorage);
-    } else {
-      releaseChain(ctx, *reinterpret_cast<Handler *>(delegate));
-    }
-  }
-  rtxMemHeapFreePtr(ctx, handler.delegateStorage);
-}
-
-struct Walk {
-  int parse;
-  std::string log;
-  std::string record;
-  std::string errors;
-};
 
 template <typename Kind> Walk walk(RuntimeContext *ctx, const std::string &text) {
   EXPECT_EQ(support::setInput(ctx, text), 0);
@@ -43,31 +17,14 @@ template <typename Kind> Walk walk(RuntimeContext *ctx, const std::string &text)
   Record<tIMS3GPP> record(ctx);
   typename Kind::Handler handler;
   EXPECT_EQ(Kind::init(ctx, &handler, record, 0), 0);
-  handler.rootName = "ims-3gpp";
-  HandlerProbe<typename Kind::Handler> probe(ctx, handler);
-  const int parse = probe.read();
-  if (parse == 0) {
-    EXPECT_EQ(handler.delegate, nullptr);
-    EXPECT_EQ(handler.level, 0);
-  }
-  releaseChain(ctx, handler);
-  return {parse, probe.text(), dump(*record), errorsOf(ctx)};
+  Walk walk = support::walkThrough(ctx, handler, "ims-3gpp");
+  walk.record = dump(*record);
+  walk.errors = errorsOf(ctx);
+  return walk;
 }
 
 using Filling = Functions<tIMS3GPP>::Filling;
 using Checking = Functions<tIMS3GPP>::Checking;
-
-// The log as it is when no error may be recorded: a refusal shows in the levels only.
-std::string withoutResults(const std::string &log) {
-  std::string all;
-  for (size_t at = 0; at < log.size();) {
-    const size_t end = log.find('\n', at);
-    const std::string line = log.substr(at, end - at);
-    all += line.substr(0, line.find(" -> ")) + "\n";
-    at = end + 1;
-  }
-  return all;
-}
 
 struct Expectation {
   std::string content;
@@ -78,34 +35,10 @@ struct Expectation {
 };
 
 void expectWalk(const Expectation &expected) {
-  const std::string text = document(expected.content);
-  for (uint32_t limit : limits) {
-    SCOPED_TRACE("error limit " + std::to_string(limit) + ": " + text);
-    const std::string errors = limit == 100 ? expected.errors : limit == 1 ? expected.errorsOfOne : "";
-    const Walk walked = walk<Filling>(*contextWithLimit(limit), text);
-    EXPECT_EQ(walked.parse, 0);
-    EXPECT_EQ(walked.record, expected.record);
-    EXPECT_EQ(walked.errors, errors);
-    const Walk checked = walk<Checking>(*contextWithLimit(limit), text);
-    EXPECT_EQ(checked.parse, 0);
-    EXPECT_EQ(checked.errors, byValidator(errors));
-    for (const std::string &log : {walked.log, checked.log}) {
-      EXPECT_EQ(withoutResults(log), withoutResults(expected.log));
-      if (limit == 100) {
-        EXPECT_EQ(log, expected.log);
-      }
-      if (limit == 0) {
-        EXPECT_EQ(log, withoutResults(expected.log)) << "nothing recorded, nothing returned";
-      }
-    }
-
-    // The same in one call.
-    const auto ctx = contextWithLimit(limit);
-    const Reading reading = decode(*ctx, text);
-    EXPECT_EQ(reading.record, expected.record);
-    EXPECT_EQ(reading.errors, errors);
-    EXPECT_EQ(reading.status, rtxErrGetFirstError(*ctx));
-  }
+  support::expectWalk(
+      {document(expected.content), expected.log, expected.record, {expected.errors, expected.errorsOfOne, ""}},
+      {walk<Filling>, walk<Checking>, static_cast<Reading (*)(RuntimeContext *, const std::string &)>(decode),
+       support::byValidator});
 }
 
 TEST(Walk, UnknownChildOfTheRoot) {
@@ -193,8 +126,8 @@ TEST(Walk, ElementsInsideATextAreCountedAlong) {
 TEST(Walk, ForeignElementWithNestedContent) {
   const std::string text =
       alternative("<type/><reason/><action k=\"1\">t<reason>5</reason>u</action><x:z xmlns:x=\"u\"/>");
-  for (uint32_t limit : limits) {
-    const Walk walked = walk<Filling>(*contextWithLimit(limit), text);
+  for (uint32_t limit : errorLimits) {
+    const Walk walked = walk<Filling>(*contextWithErrorLimit(limit), text);
     EXPECT_EQ(walked.log, "<ims-3gpp> 1 s2\n"
                           "<alternative-service> 2>1 s2\n"
                           "<type> 3>2 s2\n"
@@ -216,7 +149,7 @@ TEST(Walk, ForeignElementWithNestedContent) {
     EXPECT_EQ(walked.record, "alternative(type= reason= <action k=\"1\">t<reason>5</reason>u</action> "
                              "<x:z xmlns:x=\"u\"/>) version=1");
 
-    const Walk checked = walk<Checking>(*contextWithLimit(limit), text);
+    const Walk checked = walk<Checking>(*contextWithErrorLimit(limit), text);
     EXPECT_EQ(checked.log, "<ims-3gpp> 1 s2\n"
                            "<alternative-service> 2>1 s2\n"
                            "<type> 3>2 s2\n"
@@ -263,8 +196,8 @@ TEST(Walk, RefusedChildAnywhereChangesNothingElse) {
       all += (i == at ? what : "") + (i == pieces.size() ? "" : pieces[i]);
     return document(all);
   };
-  const Walk filling = walk<Filling>(*contextWithLimit(100), joined(0, ""));
-  const Walk checking = walk<Checking>(*contextWithLimit(100), joined(0, ""));
+  const Walk filling = walk<Filling>(*contextWithErrorLimit(100), joined(0, ""));
+  const Walk checking = walk<Checking>(*contextWithErrorLimit(100), joined(0, ""));
   EXPECT_EQ(filling.errors, "");
   struct Refused {
     size_t at;
@@ -283,7 +216,7 @@ TEST(Walk, RefusedChildAnywhereChangesNothingElse) {
                                  {5, "alternative-service"},
                                  {6, "service-info"},
                                  {6, "alternative-service"}}) {
-    for (uint32_t limit : limits) {
+    for (uint32_t limit : errorLimits) {
       SCOPED_TRACE("limit " + std::to_string(limit) + ", " + refused.name + " before piece " +
                    std::to_string(refused.at));
       const std::string text = joined(
@@ -298,11 +231,11 @@ TEST(Walk, RefusedChildAnywhereChangesNothingElse) {
         log.erase(at, log.find('\n', at) + 1 - at);
         EXPECT_EQ(log, plain);
       };
-      const Walk walked = walk<Filling>(*contextWithLimit(limit), text);
+      const Walk walked = walk<Filling>(*contextWithErrorLimit(limit), text);
       expectSame(walked.log, filling.log);
       EXPECT_EQ(walked.record, filling.record);
       EXPECT_EQ(walked.errors, limit == 0 ? "" : "-41(" + refused.name + ")@runtime/reader<SAX");
-      const Walk checked = walk<Checking>(*contextWithLimit(limit), text);
+      const Walk checked = walk<Checking>(*contextWithErrorLimit(limit), text);
       expectSame(checked.log, checking.log);
       EXPECT_EQ(checked.errors, limit == 0 ? "" : "-41(" + refused.name + ")@runtime/reader<Vldt");
     }
@@ -310,9 +243,9 @@ TEST(Walk, RefusedChildAnywhereChangesNothingElse) {
 }
 
 TEST(Walk, RootOfAnotherName) {
-  for (uint32_t limit : limits) {
+  for (uint32_t limit : errorLimits) {
     const Walk walked =
-        walk<Filling>(*contextWithLimit(limit), "<body version='1'><service-info>i</service-info></body>");
+        walk<Filling>(*contextWithErrorLimit(limit), "<body version='1'><service-info>i</service-info></body>");
     EXPECT_EQ(walked.log, "<body> 1 s2\n"
                           "<service-info> 2 s2\n"
                           "'i' 2 s4\n"
@@ -326,9 +259,9 @@ TEST(Walk, RootOfAnotherName) {
 TEST(Walk, DocumentCutOffInsideAForeignElementThreeDeep) {
   const std::string text = "<ims-3gpp version=\"1\" xmlns:y=\"urn:y\"><alternative-service><type>t</type><reason>r"
                            "</reason><x:f xmlns:x=\"u\" xmlns=\"v\"><x:g>te";
-  for (uint32_t limit : limits) {
+  for (uint32_t limit : errorLimits) {
     SCOPED_TRACE(limit);
-    const auto ctx = contextWithLimit(limit);
+    const auto ctx = contextWithErrorLimit(limit);
     const Walk walked = walk<Filling>(*ctx, text);
     EXPECT_EQ(walked.parse, STATUS_PARSE_FAILED);
     EXPECT_EQ(walked.log, "<ims-3gpp> 1 s2\n"
@@ -353,10 +286,10 @@ TEST(Walk, DocumentCutOffInsideAForeignElementThreeDeep) {
 TEST(Walk, UsedContext) {
   const std::string good = document("<service-info>i</service-info>");
   for (uint32_t limit : {100u, 1u}) {
-    const auto ctx = contextWithLimit(limit);
+    const auto ctx = contextWithErrorLimit(limit);
     walk<Filling>(*ctx, document("<bogus/>"));
     const Walk second = walk<Filling>(*ctx, good);
-    EXPECT_EQ(second.log, walk<Filling>(*contextWithLimit(limit), good).log);
+    EXPECT_EQ(second.log, walk<Filling>(*contextWithErrorLimit(limit), good).log);
     EXPECT_EQ(second.record, "info=i version=1");
     EXPECT_EQ(rtxErrGetFirstError(*ctx), STATUS_UNEXPECTED_ELEMENT);
     EXPECT_EQ(rtxErrCount(*ctx), 1u);
@@ -367,7 +300,7 @@ TEST(Walk, TextThatCannotBeCollected) {
   // The heap takes the beginning of the text at most.
   const std::string text =
       alternative("<type>long" + std::string(400000, 'x') + "<b>inner</b>tail</type><reason>r</reason><action/>");
-  for (uint32_t limit : limits) {
+  for (uint32_t limit : errorLimits) {
     for (bool checking : {false, true}) {
       SCOPED_TRACE("limit " + std::to_string(limit) + (checking ? ", validator" : ", decoder"));
       Context ctx([limit](RuntimeOptions &options) {

@@ -78,45 +78,31 @@ Reading decodeInput(RuntimeContext *ctx) {
 }
 
 Reading decode(RuntimeContext *ctx, const std::string &document) {
-  const int set = support::setInput(ctx, document);
-  if (set != 0) return {set, "", support::errors(ctx)};
-  support::HeapBalance balance(ctx, "by decoding " + document);
-  return decodeInput(ctx);
+  return support::readDocument(ctx, document, decodeInput);
 }
 
-Reading decode(const std::string &document) {
-  support::Context ctx;
-  return decode(ctx, document);
-}
+Reading decode(const std::string &document) { return support::readDocument(document, decodeInput); }
 
 int decodeStatus(RuntimeContext *ctx) { return decodeInput(ctx).status; }
 
-Reading validate(RuntimeContext *ctx, const std::string &document) {
-  const int set = support::setInput(ctx, document);
-  if (set != 0) return {set, "", support::errors(ctx)};
-  support::HeapBalance balance(ctx, "by validating " + document);
+static Reading validateInput(RuntimeContext *ctx) {
   const int status = QxXmlV_tns_isComposing(ctx);
   return {status, "", support::errors(ctx)};
 }
 
-Reading validate(const std::string &document) {
-  support::Context ctx;
-  return validate(ctx, document);
+Reading validate(RuntimeContext *ctx, const std::string &document) {
+  return support::readDocument(ctx, document, validateInput);
 }
+
+Reading validate(const std::string &document) { return support::readDocument(document, validateInput); }
 
 std::string document(std::string_view content) {
   return "<isComposing xmlns=\""s + namespaceUri + "\">" + std::string(content) + "</isComposing>";
 }
 
 std::string encodeRecord(RuntimeContext *ctx, const tns__isComposing *record) {
-  return withoutDeclaration(
+  return support::withoutDeclaration(
       support::encoded(ctx, [record](RuntimeContext *c) { return QxXmlE_tns_isComposing(c, record); }));
-}
-
-std::string withoutDeclaration(const std::string &text) {
-  if (!text.starts_with("<?xml ")) return text;
-  const size_t end = text.find("?>") + 2;
-  return text.substr(text.find_first_not_of("\n", end));
 }
 
 } // namespace composing

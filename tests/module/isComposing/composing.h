@@ -3,6 +3,7 @@
 
 #include "IsComposing/QxXmlIsComposing.h"
 #include "context.h"
+#include "documentReading.h"
 #include "documents.h"
 #include "errors.h"
 #include "output.h"
@@ -16,6 +17,7 @@ namespace composing {
 
 using namespace std::string_literals;
 using namespace std::string_view_literals;
+using support::Reading;
 
 inline constexpr const char *namespaceUri = "urn:ietf:params:xml:ns:im-iscomposing";
 
@@ -55,13 +57,6 @@ std::string dump(const tns__isComposing &record);
 
 std::vector<std::string> foreignTexts(const tns__isComposing &record);
 
-// What reading came to.
-struct Reading {
-  int status;
-  std::string record; // as dump
-  std::string errors; // as support::errors
-};
-
 // Decodes, validates the context's input, and releases what it got.
 Reading decodeInput(RuntimeContext *ctx);
 Reading decode(RuntimeContext *ctx, const std::string &document);
@@ -75,6 +70,4 @@ std::string document(std::string_view content);
 
 // What QxXmlE_tns_isComposing writes, without the XML declaration.
 std::string encodeRecord(RuntimeContext *ctx, const tns__isComposing *record);
-std::string withoutDeclaration(const std::string &text);
-
 } // namespace composing

@@ -271,9 +271,9 @@ TEST(Encode, StepsOfTheDocumentGiveTheDocument) {
   });
   EXPECT_EQ(stepwise, whole);
   ASSERT_EQ(parts.size(), 3u);
-  EXPECT_EQ(withoutDeclaration(parts[0]), open);
-  EXPECT_EQ(withoutDeclaration(parts[1]), open + "<tns:state>active</tns:state><tns:refresh>3</tns:refresh>");
-  EXPECT_EQ(withoutDeclaration(parts[2]), withoutDeclaration(whole));
+  EXPECT_EQ(support::withoutDeclaration(parts[0]), open);
+  EXPECT_EQ(support::withoutDeclaration(parts[1]), open + "<tns:state>active</tns:state><tns:refresh>3</tns:refresh>");
+  EXPECT_EQ(support::withoutDeclaration(parts[2]), support::withoutDeclaration(whole));
 }
 
 TEST(EncodeType, TakesTheCallersNameAndNamespace) {

@@ -1,6 +1,6 @@
 // Storage that gives out, at every point of every operation.
+#include "bodyFaults.h"
 #include "composing.h"
-#include "faults.h"
 
 using namespace composing;
 using support::faults;
@@ -12,17 +12,10 @@ const std::string wholeDocument =
     document("<state>active</state><lastactive>2024-01-02T03:04:05Z</lastactive><contenttype>text/plain</contenttype>"
              "<refresh>90</refresh><x:f xmlns:x=\"u\">t<x:g>&lt;</x:g>u</x:f><y xmlns=\"v\"/>");
 
-Outcome decodeBody(RuntimeContext *ctx, const std::string &text) {
-  const int set = support::setInput(ctx, text);
-  if (set != 0) return {set, {}};
-  const Reading reading = decodeInput(ctx);
-  return {reading.status, reading.record};
-}
+Outcome decodeBody(RuntimeContext *ctx, const std::string &text) { return support::decodeBody(ctx, text, decodeInput); }
 
 Outcome validateBody(RuntimeContext *ctx, const std::string &text) {
-  const int set = support::setInput(ctx, text);
-  if (set != 0) return {set, {}};
-  return {QxXmlV_tns_isComposing(ctx), {}};
+  return support::validateBody(ctx, text, QxXmlV_tns_isComposing);
 }
 
 TEST(Faults, Decode) {
@@ -58,10 +51,7 @@ Outcome encodeBody(RuntimeContext *ctx, size_t length) {
   if (record->tns_state.value == nullptr || record->tns_lastactive.value == nullptr ||
       record->tns_contenttype.value == nullptr)
     return {STATUS_NO_MEMORY, {}, false};
-  const int output = rtxSetOutputDynamic(ctx);
-  if (output != 0) return {output, {}, false};
-  const int status = QxXmlE_tns_isComposing(ctx, record);
-  return {status, status == 0 ? support::outputText(ctx) : std::string()};
+  return support::encodeBody(ctx, [&](RuntimeContext *c) { return QxXmlE_tns_isComposing(c, record); });
 }
 
 TEST(Faults, Encode) {
@@ -83,11 +73,9 @@ TEST(Faults, EncodeOneType) {
   const auto report = faults([](RuntimeContext *ctx) -> Outcome {
     Record record(ctx, "active");
     if (record->tns_state.value == nullptr) return {STATUS_NO_MEMORY, {}, false};
-    const int output = rtxSetOutputDynamic(ctx);
-    if (output != 0) return {output, {}, false};
     const RtxNamespace ns = {"p", "urn:p"};
-    const int status = QxXmlET_tns__isComposing(ctx, record, "typing", &ns);
-    return {status, status == 0 ? support::outputText(ctx) : std::string()};
+    return support::encodeBody(ctx,
+                               [&](RuntimeContext *c) { return QxXmlET_tns__isComposing(c, record, "typing", &ns); });
   });
   EXPECT_GT(report.failed, 0u);
 }

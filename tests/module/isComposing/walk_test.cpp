@@ -1,75 +1,41 @@
 // What each event of a document leaves behind: levels, the state byte, the result of the callback. Where an element is
 // refused or its text cannot be kept, every later event must find the handlers in step.
 #include "composing.h"
-#include "handlerProbe.h"
+#include "walk.h"
 #include "xmlJudge.h"
-
-#include <memory>
 
 using namespace composing;
 using support::Context;
-using support::HandlerProbe;
+using support::errorLimits;
+using support::Walk;
 
 namespace {
 
-constexpr uint32_t limits[] = {100, 1, 0};
-
-// Releases the handlers that a document left open when it ended early, and the storage of all.
-void releaseChain(RuntimeContext *ctx, RtSaxHandler *delegate, void *storage) {
-  if (delegate != nullptr) {
-    if (delegate->release != nullptr) delegate->release(ctx, delegate);
-    rtxMemHeapFreePtr(ctx, delegate->delegateStorage);
-  }
-  rtxMemHeapFreePtr(ctx, storage);
+void prepare(RuntimeContext *ctx, const std::string &text) {
+  EXPECT_EQ(support::setInput(ctx, text), 0);
+  EXPECT_EQ(rtXmlNSSetURITable(ctx, QxGet_IMS_NSURI(ctx), QX_URI_SLOTS), 0);
 }
 
-struct Walk {
-  int parse;
-  std::string log;
-  std::string record;
-  std::string errors;
-};
-
 Walk walk(RuntimeContext *ctx, const std::string &text) {
-  EXPECT_EQ(support::setInput(ctx, text, support::InputForm::copied), 0);
-  EXPECT_EQ(rtXmlNSSetURITable(ctx, QxGet_IMS_NSURI(ctx), QX_URI_SLOTS), 0);
+  prepare(ctx, text);
   support::HeapBalance balance(ctx);
   Record record(ctx, nullptr);
   SaxTypeHandler handler;
   EXPECT_EQ(QxSAX_tns__isComposing_init(ctx, &handler, record, 0), 0);
-  handler.rootName = "isComposing";
-  HandlerProbe<SaxTypeHandler> probe(ctx, handler);
-  const int parse = probe.read();
-  if (parse == 0) {
-    EXPECT_EQ(handler.delegate, nullptr);
-  }
-  releaseChain(ctx, handler.delegate, handler.delegateStorage);
-  return {parse, probe.text(), dump(record.get()), support::errors(ctx)};
+  Walk walk = support::walkThrough(ctx, handler, "isComposing");
+  walk.record = dump(record.get());
+  walk.errors = support::errors(ctx);
+  return walk;
 }
 
 Walk walkValidator(RuntimeContext *ctx, const std::string &text) {
-  EXPECT_EQ(support::setInput(ctx, text), 0);
-  EXPECT_EQ(rtXmlNSSetURITable(ctx, QxGet_IMS_NSURI(ctx), QX_URI_SLOTS), 0);
+  prepare(ctx, text);
   support::HeapBalance balance(ctx);
   VsaxTypeHandler handler;
   EXPECT_EQ(QxVSAX_tns__isComposing_init(ctx, &handler, 0), 0);
-  handler.rootName = "isComposing";
-  HandlerProbe<VsaxTypeHandler> probe(ctx, handler);
-  const int parse = probe.read();
-  releaseChain(ctx, handler.delegate, handler.delegateStorage);
-  return {parse, probe.text(), "", support::errors(ctx)};
-}
-
-// The log as it is when no error may be recorded: a refusal shows in the levels only.
-std::string withoutResults(const std::string &log) {
-  std::string all;
-  for (size_t at = 0; at < log.size();) {
-    const size_t end = log.find('\n', at);
-    const std::string line = log.substr(at, end - at);
-    all += line.substr(0, line.find(" -> ")) + "\n";
-    at = end + 1;
-  }
-  return all;
+  Walk walk = support::walkThrough(ctx, handler, "isComposing");
+  walk.errors = support::errors(ctx);
+  return walk;
 }
 
 struct Expectation {
@@ -82,42 +48,13 @@ struct Expectation {
 };
 
 void expectWalk(const Expectation &expected) {
-  const std::string text = document(expected.content);
-  const auto newContext = [](uint32_t limit) {
-    return std::make_unique<Context>([limit](RuntimeOptions &options) { options.errorLimit = limit; });
-  };
-  for (uint32_t limit : limits) {
-    SCOPED_TRACE("error limit " + std::to_string(limit) + ": " + text);
-    const Walk walked = walk(*newContext(limit), text);
-    EXPECT_EQ(walked.parse, 0);
-    EXPECT_EQ(walked.record, expected.record);
-    if (limit == 100) {
-      EXPECT_EQ(walked.log, expected.log);
-    }
-    EXPECT_EQ(withoutResults(walked.log), withoutResults(expected.log));
-    if (limit == 0) {
-      EXPECT_EQ(walked.log, withoutResults(expected.log)) << "nothing recorded, nothing returned";
-    }
-    EXPECT_EQ(walked.errors, limit == 100 ? expected.decoderErrors : limit == 1 ? expected.errorsOfOne : "");
-
-    const Walk checked = walkValidator(*newContext(limit), text);
-    const char *const log = expected.validatorLog == nullptr ? expected.log : expected.validatorLog;
-    EXPECT_EQ(checked.parse, 0);
-    if (limit == 100) {
-      EXPECT_EQ(checked.log, log);
-    }
-    EXPECT_EQ(withoutResults(checked.log), withoutResults(log));
-    if (limit == 0) {
-      EXPECT_EQ(checked.log, withoutResults(log));
-    }
-
-    // The same in one call.
-    auto ctx = newContext(limit);
-    const Reading reading = decode(*ctx, text);
-    EXPECT_EQ(reading.record, expected.record);
-    EXPECT_EQ(reading.errors, walked.errors);
-    EXPECT_EQ(reading.status, rtxErrGetFirstError(*ctx));
-  }
+  support::expectWalk(
+      {document(expected.content),
+       expected.log,
+       expected.record,
+       {expected.decoderErrors, expected.errorsOfOne},
+       expected.validatorLog == nullptr ? "" : expected.validatorLog},
+      {walk, walkValidator, static_cast<Reading (*)(RuntimeContext *, const std::string &)>(decode), nullptr});
 }
 
 TEST(Walk, UnknownChild) {
@@ -165,7 +102,7 @@ TEST(Walk, ForeignElementWithNestedContent) {
   const std::string text = "<isComposing xmlns=\""s + namespaceUri +
                            "\" xmlns:x=\"urn:x\"><state>a</state>"
                            "<x:foo k=\"1\">t<x:bar><refresh>5</refresh></x:bar>u</x:foo><x:z/></isComposing>";
-  for (uint32_t limit : limits) {
+  for (uint32_t limit : errorLimits) {
     Context ctx([limit](RuntimeOptions &options) { options.errorLimit = limit; });
     const Walk walked = walk(ctx, text);
     EXPECT_EQ(walked.log, "<isComposing> 1 s2\n"
@@ -279,7 +216,7 @@ TEST(Walk, ResultsBeyondTheLimit) {
 }
 
 TEST(Walk, RootOfAnotherName) {
-  for (uint32_t limit : limits) {
+  for (uint32_t limit : errorLimits) {
     Context ctx([limit](RuntimeOptions &options) { options.errorLimit = limit; });
     const Walk walked = walk(ctx, "<composing><state>a</state></composing>");
     EXPECT_EQ(walked.log, "<composing> 1 s2\n"
@@ -294,7 +231,7 @@ TEST(Walk, RootOfAnotherName) {
 
 TEST(Walk, DocumentCutOffInsideAForeignElement) {
   const std::string text = "<isComposing xmlns=\""s + namespaceUri + "\"><state>a</state><x:f xmlns:x=\"u\"><x:g>te";
-  for (uint32_t limit : limits) {
+  for (uint32_t limit : errorLimits) {
     SCOPED_TRACE(limit);
     Context ctx([limit](RuntimeOptions &options) { options.errorLimit = limit; });
     const Walk walked = walk(ctx, text);
@@ -353,7 +290,7 @@ TEST(Walk, TextThatCannotBeCollected) {
   // The heap takes the beginning of the text at most.
   const std::string text =
       document("<state>" + std::string(400000, 'x') + "<b>inner</b>tail</state><refresh>5</refresh>");
-  for (uint32_t limit : limits) {
+  for (uint32_t limit : errorLimits) {
     SCOPED_TRACE(limit);
     Context ctx([limit](RuntimeOptions &options) {
       options.errorLimit = limit;

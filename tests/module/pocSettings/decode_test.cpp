@@ -19,18 +19,16 @@ struct Case {
   const char *validatorErrors = nullptr; // null: the same in its own places
 };
 
-int firstStatus(const std::string &errors) { return errors.empty() ? 0 : std::stoi(errors); }
-
 void expectReading(const std::string &text, const Case &c) {
   SCOPED_TRACE(text);
   const Reading reading = decode(text);
   EXPECT_EQ(reading.record, c.record);
   EXPECT_EQ(reading.errors, c.errors);
-  EXPECT_EQ(reading.status, firstStatus(c.errors));
-  const std::string validatorErrors = c.validatorErrors == nullptr ? byValidator(c.errors) : c.validatorErrors;
+  EXPECT_EQ(reading.status, support::firstStatus(c.errors));
+  const std::string validatorErrors = c.validatorErrors == nullptr ? support::byValidator(c.errors) : c.validatorErrors;
   const Reading checked = validate(text);
   EXPECT_EQ(checked.errors, validatorErrors);
-  EXPECT_EQ(checked.status, firstStatus(validatorErrors));
+  EXPECT_EQ(checked.status, support::firstStatus(validatorErrors));
 }
 
 // Cases whose content stands in the root, or in an entity "e".
@@ -157,13 +155,13 @@ void everySequence(const std::vector<Child> &children, size_t length, const std:
       const std::string text = document(before + body + after);
       rtxErrClear(ctx);
       const Reading reading = decode(ctx, text);
-      EXPECT_EQ(reading.status, firstStatus(refused)) << text;
+      EXPECT_EQ(reading.status, support::firstStatus(refused)) << text;
       EXPECT_EQ(reading.record, recordBefore + members + recordAfter) << text;
       EXPECT_EQ(reading.errors, refused) << text;
       rtxErrClear(ctx);
       const Reading checked = validate(ctx, text);
       EXPECT_EQ(checked.status, reading.status) << text;
-      EXPECT_EQ(checked.errors, byValidator(refused)) << text;
+      EXPECT_EQ(checked.errors, support::byValidator(refused)) << text;
       if (testing::Test::HasFailure()) return;
     }
   }

@@ -76,14 +76,14 @@ TEST(Encode, StepsOfTheDocumentGiveTheDocument) {
       size_t length = 0;
       const char *text = rtxGetOutput(c, &length);
       EXPECT_EQ(text[length], '\0') << "always a terminated text";
-      parts.push_back(withoutDeclaration(text));
+      parts.push_back(support::withoutDeclaration(text));
     };
     step(QxXmlE_poc_settings_StartElement);
     step(QxXmlE_poc_settings_Contents);
     step(QxXmlE_poc_settings_EndElement);
     return rtXmlEncEndDocument(c);
   });
-  EXPECT_EQ(withoutDeclaration(stepwise), completeDocument);
+  EXPECT_EQ(support::withoutDeclaration(stepwise), completeDocument);
   ASSERT_EQ(parts.size(), 3u);
   EXPECT_EQ(parts[0], completeDocument.substr(0, completeDocument.find("<entity")));
   EXPECT_EQ(parts[1], completeDocument.substr(0, completeDocument.rfind("</")));
@@ -474,7 +474,7 @@ TEST(EncodeFailure, DeepInsideCarriesItsTrail) {
     EXPECT_LT(encodeDocument(ctx, record), 0);
     EXPECT_EQ(errorsOf(ctx), c.errors);
     EXPECT_EQ(ctx->state, XMLSTATE_IN_ELEMENT) << "the state of attributes does not stay";
-    const std::string written = withoutDeclaration(support::outputText(ctx));
+    const std::string written = support::withoutDeclaration(support::outputText(ctx));
     EXPECT_TRUE(completeDocument.starts_with(written)) << "what was written stays: " << written;
     EXPECT_TRUE(written.ends_with(c.writtenBefore)) << written;
     // The trail leads through every function that it passed, each at a place of its own.

@@ -1,5 +1,5 @@
 // Storage that gives out, at every point of every operation.
-#include "faults.h"
+#include "bodyFaults.h"
 #include "settings.h"
 
 using namespace settings;
@@ -20,17 +20,10 @@ const std::string badDocument =
              "</isb-settings><bogus/><am-settings><answer-mode l='1'>auto</answer-mode><x:f xmlns:x='u'/></am-settings>"
              "</entity><y xmlns='v'/><entity/>");
 
-Outcome decodeBody(RuntimeContext *ctx, const std::string &text) {
-  const int set = support::setInput(ctx, text);
-  if (set != 0) return {set, {}};
-  const Reading reading = decodeInput(ctx);
-  return {reading.status, reading.record};
-}
+Outcome decodeBody(RuntimeContext *ctx, const std::string &text) { return support::decodeBody(ctx, text, decodeInput); }
 
 Outcome validateBody(RuntimeContext *ctx, const std::string &text) {
-  const int set = support::setInput(ctx, text);
-  if (set != 0) return {set, {}};
-  return {QxXmlV_poc_settings(ctx), {}};
+  return support::validateBody(ctx, text, QxXmlV_poc_settings);
 }
 
 // Reads a document and writes it back.
@@ -38,13 +31,10 @@ Outcome recodeBody(RuntimeContext *ctx, const std::string &text) {
   const int set = support::setInput(ctx, text);
   if (set != 0) return {set, {}};
   auto record = Record<poc_settingsType>::uninitialised(ctx);
-  int status = QxXmlD_poc_settings(ctx, record);
+  const int status = QxXmlD_poc_settings(ctx, record);
   record.owned = status != STATUS_READER_FAILED;
   if (status != 0) return {status, {}};
-  status = rtxSetOutputDynamic(ctx);
-  if (status != 0) return {status, {}, false};
-  status = QxXmlE_poc_settings(ctx, record);
-  return {status, status == 0 ? support::outputText(ctx) : std::string()};
+  return support::encodeBody(ctx, [&](RuntimeContext *c) { return QxXmlE_poc_settings(c, record); });
 }
 
 TEST(Faults, Decode) {

@@ -1,36 +1,14 @@
 // Initialising, releasing and printing push-to-talk settings, and the texts of the answer mode.
 #include "capture.h"
+#include "contextCheck.h"
 #include "settings.h"
 
 using namespace settings;
 using support::captureStdout;
 using support::Context;
-
-// ---- A check of the context that fails on demand --------------------------------------------------------------
-
-// With a sound runtime only a context that cannot record anything fails the check. The linker's option --wrap sends the
-// codec's calls here; without it the real function is missing.
-static int statusOfCheck = 0; // other than 0: what the check gives
-
-extern "C" [[gnu::weak]] int __real_rtxCheckContext(RuntimeContext *ctx);
-extern "C" int __wrap_rtxCheckContext(RuntimeContext *ctx);
-
-int __wrap_rtxCheckContext(RuntimeContext *ctx) {
-  return statusOfCheck != 0 ? statusOfCheck : __real_rtxCheckContext(ctx);
-}
+using support::FailingCheck;
 
 namespace {
-
-class FailingCheck {
-public:
-  explicit FailingCheck(int status) {
-    EXPECT_TRUE(__real_rtxCheckContext != nullptr) << "linked without --wrap=rtxCheckContext";
-    statusOfCheck = status;
-  }
-  ~FailingCheck() { statusOfCheck = 0; }
-  FailingCheck(const FailingCheck &) = delete;
-  FailingCheck &operator=(const FailingCheck &) = delete;
-};
 
 // ---- The members of each record -------------------------------------------------------------------------------
 

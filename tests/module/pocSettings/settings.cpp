@@ -155,23 +155,7 @@ std::vector<std::string> foreignTexts(const RtxAnyList &list) {
 
 // ---- Reading and writing --------------------------------------------------------------------------------------
 
-std::string errorsOf(RuntimeContext *ctx) {
-  constexpr std::string_view stem = "QxXmlPocSettings";
-  std::string all = support::errors(ctx);
-  for (size_t at = all.find(stem); at != std::string::npos; at = all.find(stem, at)) {
-    all.erase(at, stem.size());
-    const size_t colon = all.find(':', at);
-    all.erase(colon, all.find_first_not_of("0123456789", colon + 1) - colon);
-  }
-  return all;
-}
-
-std::string byValidator(std::string errors) {
-  for (const char *place : {"@SAX", "<SAX"})
-    for (size_t at = errors.find(place); at != std::string::npos; at = errors.find(place, at))
-      errors.replace(at + 1, 3, "Vldt");
-  return errors;
-}
+std::string errorsOf(RuntimeContext *ctx) { return support::errorsBySource(ctx, "QxXmlPocSettings"); }
 
 Reading decodeInput(RuntimeContext *ctx) {
   auto record = Record<poc_settingsType>::uninitialised(ctx);
@@ -181,31 +165,23 @@ Reading decodeInput(RuntimeContext *ctx) {
 }
 
 Reading decode(RuntimeContext *ctx, const std::string &document) {
-  const int set = support::setInput(ctx, document);
-  if (set != 0) return {set, "", errorsOf(ctx)};
-  support::HeapBalance balance(ctx, "by decoding " + document);
-  return decodeInput(ctx);
+  return support::readDocument(ctx, document, decodeInput);
 }
 
-Reading decode(const std::string &document) {
-  support::Context ctx;
-  return decode(ctx, document);
-}
+Reading decode(const std::string &document) { return support::readDocument(document, decodeInput); }
 
 int decodeStatus(RuntimeContext *ctx) { return decodeInput(ctx).status; }
 
-Reading validate(RuntimeContext *ctx, const std::string &document) {
-  const int set = support::setInput(ctx, document);
-  if (set != 0) return {set, "", errorsOf(ctx)};
-  support::HeapBalance balance(ctx, "by validating " + document);
+static Reading validateInput(RuntimeContext *ctx) {
   const int status = QxXmlV_poc_settings(ctx);
   return {status, "", errorsOf(ctx)};
 }
 
-Reading validate(const std::string &document) {
-  support::Context ctx;
-  return validate(ctx, document);
+Reading validate(RuntimeContext *ctx, const std::string &document) {
+  return support::readDocument(ctx, document, validateInput);
 }
+
+Reading validate(const std::string &document) { return support::readDocument(document, validateInput); }
 
 std::string document(std::string_view content) {
   return "<poc-settings xmlns=\""s + namespaceUri + "\">" + std::string(content) + "</poc-settings>";
@@ -216,14 +192,8 @@ std::string entityDocument(std::string_view content) {
 }
 
 std::string encodeRecord(RuntimeContext *ctx, const poc_settingsType *record) {
-  return withoutDeclaration(
+  return support::withoutDeclaration(
       support::encoded(ctx, [record](RuntimeContext *c) { return QxXmlE_poc_settings(c, record); }));
-}
-
-std::string withoutDeclaration(const std::string &text) {
-  if (!text.starts_with("<?xml ")) return text;
-  const size_t end = text.find("?>") + 2;
-  return text.substr(text.find_first_not_of("\n", end));
 }
 
 } // namespace settings

@@ -3,6 +3,7 @@
 
 #include "PocSettings/QxXmlPocSettings.h"
 #include "context.h"
+#include "documentReading.h"
 #include "documents.h"
 #include "errors.h"
 #include "output.h"
@@ -17,6 +18,7 @@ namespace settings {
 
 using namespace std::string_literals;
 using namespace std::string_view_literals;
+using support::Reading;
 
 inline constexpr const char *namespaceUri = "urn:oma:params:xml:ns:poc:poc-settings";
 
@@ -174,18 +176,8 @@ std::vector<std::string> foreignTexts(const RtxAnyList &list);
 
 // ---- Reading and writing --------------------------------------------------------------------------------------
 
-// What reading came to.
-struct Reading {
-  int status;
-  std::string record; // as dump
-  std::string errors; // as errorsOf
-};
-
 // As support::errors, with the ending of the source alone for a place: "-41(bogus)@runtime/reader<SAX".
 std::string errorsOf(RuntimeContext *ctx);
-
-// The text of errors of a decoder as its validator would record them.
-std::string byValidator(std::string errors);
 
 // Decodes, validates the context's input, and releases what it got.
 Reading decodeInput(RuntimeContext *ctx);
@@ -201,6 +193,4 @@ std::string document(std::string_view content);
 std::string entityDocument(std::string_view content);
 
 std::string encodeRecord(RuntimeContext *ctx, const poc_settingsType *record);
-std::string withoutDeclaration(const std::string &text);
-
 } // namespace settings

@@ -1,41 +1,15 @@
 // What each event of a document leaves behind: levels, the state byte, the result of the callback. Where an element is
 // refused or its text cannot be kept, every later event must find the handlers in step.
-#include "handlerProbe.h"
 #include "settings.h"
-
-#include <memory>
+#include "walk.h"
 
 using namespace settings;
 using support::Context;
-using support::HandlerProbe;
+using support::contextWithErrorLimit;
+using support::errorLimits;
+using support::Walk;
 
 namespace {
-
-constexpr uint32_t limits[] = {100, 1, 0};
-
-std::unique_ptr<Context> contextWithLimit(uint32_t limit) {
-  return std::make_unique<Context>([limit](RuntimeOptions &options) { options.errorLimit = limit; });
-}
-
-// Releases the handlers that a document left open when it ended early, and the storage of all.
-template <typename Handler> void releaseChain(RuntimeContext *ctx, Handler &handler) {
-  if (RtSaxHandler *delegate = handler.delegate) {
-    if (handler.foreignDelegate) {
-      if (delegate->release != nullptr) delegate->release(ctx, delegate);
-      rtxMemHeapFreePtr(ctx, delegate->delegateStorage);
-    } else {
-      releaseChain(ctx, *reinterpret_cast<Handler *>(delegate));
-    }
-  }
-  rtxMemHeapFreePtr(ctx, handler.delegateStorage);
-}
-
-struct Walk {
-  int parse;
-  std::string log;
-  std::string record;
-  std::string errors;
-};
 
 template <typename Kind> Walk walk(RuntimeContext *ctx, const std::string &text) {
   EXPECT_EQ(support::setInput(ctx, text), 0);
@@ -44,33 +18,15 @@ template <typename Kind> Walk walk(RuntimeContext *ctx, const std::string &text)
   Record<poc_settingsType> record(ctx);
   typename Kind::Handler handler;
   EXPECT_EQ(Kind::init(ctx, &handler, record, 0), 0);
-  handler.rootName = "poc-settings";
-  HandlerProbe<typename Kind::Handler> probe(ctx, handler);
-  const int parse = probe.read();
-  if (parse == 0) {
-    EXPECT_EQ(handler.delegate, nullptr);
-    EXPECT_EQ(handler.level, 0);
-  }
-  releaseChain(ctx, handler);
-  return {parse, probe.text(), dump(*record), errorsOf(ctx)};
+  Walk walk = support::walkThrough(ctx, handler, "poc-settings");
+  walk.record = dump(*record);
+  walk.errors = errorsOf(ctx);
+  return walk;
 }
 
 using Filling = Functions<poc_settingsType>::Filling;
 using Checking = Functions<poc_settingsType>::Checking;
 
-// The log as it is when no error may be recorded: a refusal shows in the levels only.
-std::string withoutResults(const std::string &log) {
-  std::string all;
-  for (size_t at = 0; at < log.size();) {
-    const size_t end = log.find('\n', at);
-    const std::string line = log.substr(at, end - at);
-    all += line.substr(0, line.find(" -> ")) + "\n";
-    at = end + 1;
-  }
-  return all;
-}
-
-// The log of a validator, which has no handler for foreign elements and collects their text.
 struct Expectation {
   std::string content;
   std::string log; // with all errors recorded
@@ -81,36 +37,12 @@ struct Expectation {
 };
 
 void expectWalk(const Expectation &expected) {
-  const std::string text = document(expected.content);
-  for (uint32_t limit : limits) {
-    SCOPED_TRACE("error limit " + std::to_string(limit) + ": " + text);
-    const std::string &errors = limit == 100 ? expected.errors
-                                : limit == 1 ? expected.errorsOfOne
-                                             : expected.errorsOfNone;
-    const Walk walked = walk<Filling>(*contextWithLimit(limit), text);
-    EXPECT_EQ(walked.parse, 0);
-    EXPECT_EQ(walked.record, expected.record);
-    EXPECT_EQ(walked.errors, errors);
-    const Walk checked = walk<Checking>(*contextWithLimit(limit), text);
-    EXPECT_EQ(checked.parse, 0);
-    EXPECT_EQ(checked.errors, byValidator(errors));
-    for (const std::string &log : {walked.log, checked.log}) {
-      EXPECT_EQ(withoutResults(log), withoutResults(expected.log));
-      if (limit == 100) {
-        EXPECT_EQ(log, expected.log);
-      }
-      if (limit == 0) {
-        EXPECT_EQ(log, withoutResults(expected.log)) << "nothing recorded within the count, nothing returned";
-      }
-    }
-
-    // The same in one call.
-    const auto ctx = contextWithLimit(limit);
-    const Reading reading = decode(*ctx, text);
-    EXPECT_EQ(reading.record, expected.record);
-    EXPECT_EQ(reading.errors, errors);
-    EXPECT_EQ(reading.status, rtxErrGetFirstError(*ctx));
-  }
+  support::expectWalk({document(expected.content),
+                       expected.log,
+                       expected.record,
+                       {expected.errors, expected.errorsOfOne, expected.errorsOfNone}},
+                      {walk<Filling>, walk<Checking>,
+                       static_cast<Reading (*)(RuntimeContext *, const std::string &)>(decode), support::byValidator});
 }
 
 TEST(Walk, UnknownChildOfTheRoot) {
@@ -266,8 +198,8 @@ TEST(Walk, ForeignElementWithNestedContent) {
   const std::string text =
       entityDocument("<isb-settings><incoming-session-barring active='1'/>"
                      "<x:f xmlns:x=\"u\">t<entity>5</entity>u</x:f></isb-settings><sss-settings/>");
-  for (uint32_t limit : limits) {
-    const Walk walked = walk<Filling>(*contextWithLimit(limit), text);
+  for (uint32_t limit : errorLimits) {
+    const Walk walked = walk<Filling>(*contextWithErrorLimit(limit), text);
     EXPECT_EQ(walked.log, "<poc-settings> 1 s2\n"
                           "<entity> 2>1 s2\n"
                           "<isb-settings> 3>2>1 s2\n"
@@ -287,7 +219,7 @@ TEST(Walk, ForeignElementWithNestedContent) {
                           "</poc-settings> 0 s5\n");
     EXPECT_EQ(walked.errors, "");
 
-    const Walk checked = walk<Checking>(*contextWithLimit(limit), text);
+    const Walk checked = walk<Checking>(*contextWithErrorLimit(limit), text);
     EXPECT_EQ(checked.log, "<poc-settings> 1 s2\n"
                            "<entity> 2>1 s2\n"
                            "<isb-settings> 3>2>1 s2\n"
@@ -334,8 +266,8 @@ TEST(Walk, RefusedChildAnywhereChangesNothingElse) {
       all += (i == at ? what : "") + (i == pieces.size() ? "" : pieces[i]);
     return document(all);
   };
-  const Walk filling = walk<Filling>(*contextWithLimit(100), joined(0, ""));
-  const Walk checking = walk<Checking>(*contextWithLimit(100), joined(0, ""));
+  const Walk filling = walk<Filling>(*contextWithErrorLimit(100), joined(0, ""));
+  const Walk checking = walk<Checking>(*contextWithErrorLimit(100), joined(0, ""));
   EXPECT_EQ(filling.errors, "");
   EXPECT_EQ(filling.log, checking.log);
   // Without the refused child's own event the log must be that of the document without it.
@@ -346,14 +278,14 @@ TEST(Walk, RefusedChildAnywhereChangesNothingElse) {
     return log;
   };
   for (size_t at = 0; at <= pieces.size(); ++at) {
-    for (uint32_t limit : limits) {
+    for (uint32_t limit : errorLimits) {
       SCOPED_TRACE("limit " + std::to_string(limit) + ", before piece " + std::to_string(at));
       const std::string text = joined(at, "<bogus k='1'>t<entity id='x'><am-settings/></entity></bogus>");
-      const Walk walked = walk<Filling>(*contextWithLimit(limit), text);
+      const Walk walked = walk<Filling>(*contextWithErrorLimit(limit), text);
       EXPECT_EQ(withoutBogus(walked.log), filling.log);
       EXPECT_EQ(walked.record, filling.record);
       EXPECT_EQ(walked.errors.empty(), limit == 0) << walked.errors;
-      const Walk checked = walk<Checking>(*contextWithLimit(limit), text);
+      const Walk checked = walk<Checking>(*contextWithErrorLimit(limit), text);
       EXPECT_EQ(withoutBogus(checked.log), checking.log);
       EXPECT_EQ(checked.errors.empty(), limit == 0) << checked.errors;
     }
@@ -361,8 +293,8 @@ TEST(Walk, RefusedChildAnywhereChangesNothingElse) {
 }
 
 TEST(Walk, RootOfAnotherName) {
-  for (uint32_t limit : limits) {
-    const Walk walked = walk<Filling>(*contextWithLimit(limit), "<settings><entity id='a'/></settings>");
+  for (uint32_t limit : errorLimits) {
+    const Walk walked = walk<Filling>(*contextWithErrorLimit(limit), "<settings><entity id='a'/></settings>");
     EXPECT_EQ(walked.log, "<settings> 1 s2\n"
                           "<entity> 2>1 s2\n"
                           "</entity> 1 s5\n"
@@ -375,9 +307,9 @@ TEST(Walk, RootOfAnotherName) {
 TEST(Walk, DocumentCutOffInsideAForeignElementFourDeep) {
   const std::string text = "<poc-settings xmlns=\""s + namespaceUri +
                            "\"><entity id='a'><am-settings><answer-mode>manual</answer-mode><x:f xmlns:x=\"u\"><x:g>te";
-  for (uint32_t limit : limits) {
+  for (uint32_t limit : errorLimits) {
     SCOPED_TRACE(limit);
-    const auto ctx = contextWithLimit(limit);
+    const auto ctx = contextWithErrorLimit(limit);
     const Walk walked = walk<Filling>(*ctx, text);
     EXPECT_EQ(walked.parse, STATUS_PARSE_FAILED);
     EXPECT_EQ(walked.log, "<poc-settings> 1 s2\n"
@@ -403,12 +335,12 @@ TEST(Walk, DocumentCutOffInsideAForeignElementFourDeep) {
 TEST(Walk, UsedContext) {
   const std::string bad = entityDocument("<am-settings><answer-mode>auto</answer-mode></am-settings>");
   const std::string good = entityDocument("<am-settings><answer-mode>manual</answer-mode></am-settings>");
-  for (uint32_t limit : limits) {
-    const auto ctx = contextWithLimit(limit);
+  for (uint32_t limit : errorLimits) {
+    const auto ctx = contextWithErrorLimit(limit);
     walk<Filling>(*ctx, bad);
     const uint32_t records = rtxErrCount(*ctx);
     const Walk second = walk<Filling>(*ctx, good);
-    EXPECT_EQ(second.log, walk<Filling>(*contextWithLimit(limit), good).log);
+    EXPECT_EQ(second.log, walk<Filling>(*contextWithErrorLimit(limit), good).log);
     EXPECT_EQ(second.record, "[id=e am(mode=manual)]");
     EXPECT_EQ(rtxErrGetFirstError(*ctx), STATUS_ENUM_NOT_FOUND);
     EXPECT_EQ(rtxErrCount(*ctx), records);
@@ -420,7 +352,7 @@ TEST(Walk, TextThatCannotBeCollected) {
   const std::string text = entityDocument("<am-settings><answer-mode>manual" + std::string(400000, 'x') +
                                           "<b>inner</b>tail</answer-mode><x:f xmlns:x=\"u\"/></am-settings>"
                                           "<sss-settings><simultaneous-sessions-support active='1'/></sss-settings>");
-  for (uint32_t limit : limits) {
+  for (uint32_t limit : errorLimits) {
     for (bool checking : {false, true}) {
       SCOPED_TRACE("limit " + std::to_string(limit) + (checking ? ", validator" : ", decoder"));
       Context ctx([limit](RuntimeOptions &options) {

@@ -827,9 +827,9 @@ TEST(Encode, StepsOfTheDocumentGiveTheDocument) {
   });
   EXPECT_EQ(stepwise, whole);
   ASSERT_EQ(parts.size(), 3u);
-  EXPECT_EQ(withoutDeclaration(parts[0]), open);
-  EXPECT_EQ(withoutDeclaration(parts[1]), open + prefixed(present(rulesetWritten.contents, 0), "cp:"));
-  EXPECT_EQ(withoutDeclaration(parts[2]), withoutDeclaration(whole));
+  EXPECT_EQ(support::withoutDeclaration(parts[0]), open);
+  EXPECT_EQ(support::withoutDeclaration(parts[1]), open + prefixed(present(rulesetWritten.contents, 0), "cp:"));
+  EXPECT_EQ(support::withoutDeclaration(parts[2]), support::withoutDeclaration(whole));
 }
 
 TEST(Encode, LeavesTheRecordAndTheHeapAsTheyWere) {

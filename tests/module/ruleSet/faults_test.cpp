@@ -1,6 +1,5 @@
 // Storage that gives out, at every point of reading a rule set and of writing it back.
-#include "faults.h"
-#include "output.h"
+#include "bodyFaults.h"
 #include "reading.h"
 
 using namespace reading;
@@ -21,30 +20,20 @@ const std::string cutOff = "<ruleset xmlns='"s + namespaceUri +
                            "' xmlns:f='urn:f'><rule id='1'><conditions><sphere value='s'/><identity><many domain='d'>"
                            "<except domain='e' id='f'/><f:a>text<f:b>";
 
-Outcome decodeBody(RuntimeContext *ctx, const std::string &text) {
-  const int set = support::setInput(ctx, text);
-  if (set != 0) return {set, {}};
-  const Reading reading = decodeInput(ctx);
-  return {reading.status, reading.record};
-}
+Outcome decodeBody(RuntimeContext *ctx, const std::string &text) { return support::decodeBody(ctx, text, decodeInput); }
 
 Outcome validateBody(RuntimeContext *ctx, const std::string &text) {
-  const int set = support::setInput(ctx, text);
-  if (set != 0) return {set, {}};
-  return {QxXmlV_cp_ruleset(ctx), {}};
+  return support::validateBody(ctx, text, QxXmlV_cp_ruleset);
 }
 
 Outcome roundTripBody(RuntimeContext *ctx, const std::string &text) {
   const int set = support::setInput(ctx, text);
   if (set != 0) return {set, {}};
   Record record(ctx);
-  int status = QxXmlD_cp_ruleset(ctx, record);
+  const int status = QxXmlD_cp_ruleset(ctx, record);
   record.initialised = status != STATUS_READER_FAILED;
   if (status != 0) return {status, {}};
-  status = rtxSetOutputDynamic(ctx);
-  if (status != 0) return {status, {}, false};
-  status = QxXmlE_cp_ruleset(ctx, record);
-  return {status, status == 0 ? support::outputText(ctx) : std::string()};
+  return support::encodeBody(ctx, [&](RuntimeContext *c) { return QxXmlE_cp_ruleset(c, record); });
 }
 
 TEST(Faults, Decode) {

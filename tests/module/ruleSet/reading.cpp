@@ -284,16 +284,7 @@ Record::~Record() {
 
 // ---- Reading ----
 
-std::string errorList(RuntimeContext *ctx) {
-  static const std::regex site("QxXmlRuleSet([A-Za-z]+):[0-9]+");
-  return std::regex_replace(support::errors(ctx), site, "$1");
-}
-
-std::string asValidator(std::string errors) {
-  for (size_t at = errors.find("SAX"); at != std::string::npos; at = errors.find("SAX", at))
-    errors.replace(at, 3, "Vldt");
-  return errors;
-}
+std::string errorList(RuntimeContext *ctx) { return support::errorsBySource(ctx, "QxXmlRuleSet"); }
 
 Reading decodeInput(RuntimeContext *ctx) {
   Record record(ctx);
@@ -303,31 +294,23 @@ Reading decodeInput(RuntimeContext *ctx) {
 }
 
 Reading decode(RuntimeContext *ctx, const std::string &document) {
-  const int set = support::setInput(ctx, document);
-  if (set != 0) return {set, "", errorList(ctx)};
-  support::HeapBalance balance(ctx, "by decoding " + document);
-  return decodeInput(ctx);
+  return support::readDocument(ctx, document, decodeInput);
 }
 
-Reading decode(const std::string &document) {
-  support::Context ctx;
-  return decode(ctx, document);
-}
+Reading decode(const std::string &document) { return support::readDocument(document, decodeInput); }
 
 int decodeStatus(RuntimeContext *ctx) { return decodeInput(ctx).status; }
 
-Reading validate(RuntimeContext *ctx, const std::string &document) {
-  const int set = support::setInput(ctx, document);
-  if (set != 0) return {set, "", errorList(ctx)};
-  support::HeapBalance balance(ctx, "by validating " + document);
+static Reading validateInput(RuntimeContext *ctx) {
   const int status = QxXmlV_cp_ruleset(ctx);
   return {status, "", errorList(ctx)};
 }
 
-Reading validate(const std::string &document) {
-  support::Context ctx;
-  return validate(ctx, document);
+Reading validate(RuntimeContext *ctx, const std::string &document) {
+  return support::readDocument(ctx, document, validateInput);
 }
+
+Reading validate(const std::string &document) { return support::readDocument(document, validateInput); }
 
 void expectReading(const Case &expected) {
   SCOPED_TRACE(expected.content);
@@ -337,7 +320,7 @@ void expectReading(const Case &expected) {
   EXPECT_EQ(decoded.errors, expected.errors);
   EXPECT_EQ(decoded.status, std::atoi(expected.errors.c_str()));
   const std::string validatorErrors =
-      expected.validatorErrors == nullptr ? asValidator(expected.errors) : expected.validatorErrors;
+      expected.validatorErrors == nullptr ? support::byValidator(expected.errors) : expected.validatorErrors;
   const Reading checked = validate(text);
   EXPECT_EQ(checked.errors, validatorErrors);
   EXPECT_EQ(checked.status, std::atoi(validatorErrors.c_str()));

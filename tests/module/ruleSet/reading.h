@@ -3,6 +3,7 @@
 
 #include "RuleSet/QxXmlRuleSet.h"
 #include "context.h"
+#include "documentReading.h"
 #include "documents.h"
 #include "errors.h"
 #include "xmlJudge.h"
@@ -16,6 +17,7 @@ namespace reading {
 
 using namespace std::string_literals;
 using namespace std::string_view_literals;
+using support::Reading;
 
 inline constexpr const char *namespaceUri = "urn:ietf:params:xml:ns:common-policy";
 
@@ -81,15 +83,6 @@ std::vector<support::XmlElement> foreignElements(const support::XmlElement &root
 
 // As support::errors, with the module's sources by their suffix and without lines: "-41(bogus)@runtime/reader<SAX".
 std::string errorList(RuntimeContext *ctx);
-
-// The same errors as the validator reports them.
-std::string asValidator(std::string errors);
-
-struct Reading {
-  int status;
-  std::string record; // as dump
-  std::string errors;
-};
 
 // Decodes, validates the context's input, and releases what it got.
 Reading decodeInput(RuntimeContext *ctx);

@@ -254,12 +254,8 @@ std::string replaced(std::string text, std::string_view what, std::string_view w
 }
 
 std::string encodedDocument(RuntimeContext *ctx, const cp__ruleset *record) {
-  return withoutDeclaration(support::encoded(ctx, [=](RuntimeContext *c) { return QxXmlE_cp_ruleset(c, record); }));
-}
-
-std::string withoutDeclaration(const std::string &text) {
-  if (!text.starts_with("<?xml ")) return text;
-  return text.substr(text.find_first_not_of("\n", text.find("?>") + 2));
+  return support::withoutDeclaration(
+      support::encoded(ctx, [=](RuntimeContext *c) { return QxXmlE_cp_ruleset(c, record); }));
 }
 
 std::string capturedPrint(int (*print)(const char *, const void *), const char *name, const void *record) {

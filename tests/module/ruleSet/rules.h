@@ -192,7 +192,6 @@ template <typename T> std::string printed(const char *name, const T *record);
 
 // What the document function writes, without the XML declaration.
 std::string encodedDocument(RuntimeContext *ctx, const cp__ruleset *record);
-std::string withoutDeclaration(const std::string &text);
 
 std::string capturedPrint(int (*print)(const char *, const void *), const char *name, const void *record);
 

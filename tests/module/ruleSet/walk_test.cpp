@@ -1,28 +1,17 @@
 // What each event of a document leaves behind: levels of the handlers from the root's inwards, the state byte, the
 // result of the callback. Where an element is refused, every later event must find the handlers in step.
-#include "handlerProbe.h"
 #include "reading.h"
-
-#include <memory>
+#include "walk.h"
 
 using namespace reading;
 using support::Context;
+using support::contextWithErrorLimit;
+using support::errorLimits;
 using support::HandlerProbe;
+using support::linesOf;
+using support::Walk;
 
 namespace {
-
-constexpr uint32_t limits[] = {100, 1, 0};
-
-std::unique_ptr<Context> contextWith(uint32_t errorLimit) {
-  return std::make_unique<Context>([errorLimit](RuntimeOptions &options) { options.errorLimit = errorLimit; });
-}
-
-struct Walk {
-  int parse;
-  std::string log;
-  std::string record;
-  std::string errors;
-};
 
 enum class Table {
   installed,
@@ -45,12 +34,10 @@ Walk walk(RuntimeContext *ctx, const std::string &text, Table table = Table::ins
   record.initialised = true;
   SaxTypeHandler handler;
   EXPECT_EQ(QxSAX_cp__ruleset_init(ctx, &handler, record, 0), 0);
-  handler.rootName = "ruleset";
-  HandlerProbe<SaxTypeHandler> probe(ctx, handler);
-  const int parse = probe.read();
-  EXPECT_EQ(handler.delegate, nullptr);
-  rtxMemHeapFreePtr(ctx, handler.delegateStorage);
-  return {parse, probe.text(), dump(record.get()), errorList(ctx)};
+  Walk walk = support::walkThrough(ctx, handler, "ruleset");
+  walk.record = dump(record.get());
+  walk.errors = errorList(ctx);
+  return walk;
 }
 
 Walk walkValidator(RuntimeContext *ctx, const std::string &text, Table table = Table::installed) {
@@ -58,22 +45,9 @@ Walk walkValidator(RuntimeContext *ctx, const std::string &text, Table table = T
   support::HeapBalance balance(ctx);
   VsaxTypeHandler handler;
   EXPECT_EQ(QxVSAX_cp__ruleset_init(ctx, &handler, 0), 0);
-  handler.rootName = "ruleset";
-  HandlerProbe<VsaxTypeHandler> probe(ctx, handler);
-  const int parse = probe.read();
-  EXPECT_EQ(handler.delegate, nullptr);
-  rtxMemHeapFreePtr(ctx, handler.delegateStorage);
-  return {parse, probe.text(), "", errorList(ctx)};
-}
-
-std::vector<std::string> linesOf(const std::string &text) {
-  std::vector<std::string> lines;
-  for (size_t at = 0; at < text.size();) {
-    const size_t end = text.find('\n', at);
-    lines.push_back(text.substr(at, end - at));
-    at = end + 1;
-  }
-  return lines;
+  Walk walk = support::walkThrough(ctx, handler, "ruleset");
+  walk.errors = errorList(ctx);
+  return walk;
 }
 
 // The log without the results behind the first so many: a refusal that is not recorded shows in the levels only.
@@ -109,27 +83,27 @@ void expectWalk(const Expectation &expected) {
   const std::string text = document(expected.content);
   const std::string validatorLog =
       expected.validatorLog == nullptr ? without(expected.log, ">any") : expected.validatorLog;
-  for (uint32_t limit : limits) {
+  for (uint32_t limit : errorLimits) {
     SCOPED_TRACE("error limit " + std::to_string(limit) + ": " + text);
     const size_t results = limit == 1 ? expected.resultsOfOne : limit;
     const std::string errors = limit == 100 ? expected.errors : limit == 1 ? expected.errorsOfOne : "";
-    const Walk walked = walk(*contextWith(limit), text);
+    const Walk walked = walk(*contextWithErrorLimit(limit), text);
     EXPECT_EQ(walked.parse, 0);
     EXPECT_EQ(walked.log, withResults(expected.log, results));
     EXPECT_EQ(walked.record, expected.record);
     EXPECT_EQ(walked.errors, errors);
 
-    const Walk checked = walkValidator(*contextWith(limit), text);
+    const Walk checked = walkValidator(*contextWithErrorLimit(limit), text);
     EXPECT_EQ(checked.parse, 0);
     EXPECT_EQ(checked.log, withResults(validatorLog, results));
     if (expected.validatorErrors == nullptr) {
-      EXPECT_EQ(checked.errors, asValidator(errors));
+      EXPECT_EQ(checked.errors, support::byValidator(errors));
     } else {
       EXPECT_EQ(checked.errors, expected.validatorErrors);
     }
 
     // The same in one call.
-    const std::unique_ptr<Context> ctx = contextWith(limit);
+    const std::unique_ptr<Context> ctx = contextWithErrorLimit(limit);
     const Reading reading = decode(*ctx, text);
     EXPECT_EQ(reading.record, expected.record);
     EXPECT_EQ(reading.errors, errors);
@@ -261,18 +235,18 @@ TEST(Walk, WithoutATableOfNamespacesUnknownNamesAreForeign) {
                                "</conditions> 2>1 s5\n"
                                "</rule> 1 s5\n"
                                "</ruleset> 0 s5\n";
-  for (uint32_t limit : limits) {
+  for (uint32_t limit : errorLimits) {
     SCOPED_TRACE(limit);
-    const Walk walked = walk(*contextWith(limit), text, Table::none);
+    const Walk walked = walk(*contextWithErrorLimit(limit), text, Table::none);
     EXPECT_EQ(walked.log, captured);
     EXPECT_EQ(walked.record, "rule(1 conditions[any[<bogus xmlns=\"urn:ietf:params:xml:ns:common-policy\"><sphere/>"
                              "</bogus>] sphere(s)])");
     EXPECT_EQ(walked.errors, "");
-    const Walk checked = walkValidator(*contextWith(limit), text, Table::none);
+    const Walk checked = walkValidator(*contextWithErrorLimit(limit), text, Table::none);
     EXPECT_EQ(checked.log, without(captured, ">any"));
     EXPECT_EQ(checked.errors, "");
     // A document decoder brings its table along.
-    const std::unique_ptr<Context> ctx = contextWith(limit);
+    const std::unique_ptr<Context> ctx = contextWithErrorLimit(limit);
     ASSERT_EQ(rtXmlNSSetURITable(*ctx, nullptr, 0), 0);
     const Reading reading = decode(*ctx, text);
     EXPECT_EQ(reading.record, "rule(1 conditions[sphere(s)])");
@@ -334,7 +308,7 @@ TEST(Walk, TextThatCannotBeCollected) {
   const std::string text = document(conditions("<validity><from>" + std::string(400000, 'x') +
                                                "<b>inner</b>tail</from>"
                                                "<until>2024-01-02T03:04:05Z</until></validity>"));
-  for (uint32_t limit : limits) {
+  for (uint32_t limit : errorLimits) {
     for (const bool validator : {false, true}) {
       SCOPED_TRACE((validator ? "validator, error limit " : "decoder, error limit ") + std::to_string(limit));
       Context ctx([limit](RuntimeOptions &options) {
@@ -396,24 +370,24 @@ TEST(Walk, OneRefusedElementAnywhere) {
     EXPECT_EQ(found, 1u);
     return rest;
   };
-  for (uint32_t limit : limits) {
-    const Walk expected = walk(*contextWith(limit), plain);
-    const Walk expectedOfValidator = walkValidator(*contextWith(limit), plain);
+  for (uint32_t limit : errorLimits) {
+    const Walk expected = walk(*contextWithErrorLimit(limit), plain);
+    const Walk expectedOfValidator = walkValidator(*contextWithErrorLimit(limit), plain);
     EXPECT_EQ(expected.errors, "");
     EXPECT_EQ(expectedOfValidator.errors, "");
     size_t places = 0;
     for (size_t at = marked.find('^'); at != std::string::npos; at = marked.find('^', at + 1)) {
       const std::string text = without(marked.substr(0, at), "^") + refused + without(marked.substr(at), "^");
       SCOPED_TRACE("error limit " + std::to_string(limit) + ": " + text);
-      const std::unique_ptr<Context> ctx = contextWith(limit);
+      const std::unique_ptr<Context> ctx = contextWithErrorLimit(limit);
       const Walk walked = walk(*ctx, text);
       EXPECT_EQ(withoutRefused(walked.log), expected.log);
       EXPECT_EQ(walked.record, expected.record);
       EXPECT_EQ(rtxErrCount(*ctx), limit == 0 ? 0u : 1u);
-      const std::unique_ptr<Context> checking = contextWith(limit);
+      const std::unique_ptr<Context> checking = contextWithErrorLimit(limit);
       const Walk checked = walkValidator(*checking, text);
       EXPECT_EQ(withoutRefused(checked.log), expectedOfValidator.log);
-      EXPECT_EQ(checked.errors, asValidator(walked.errors));
+      EXPECT_EQ(checked.errors, support::byValidator(walked.errors));
       ++places;
     }
     EXPECT_EQ(places, 30u);
@@ -435,10 +409,10 @@ TEST(Walk, DocumentCutOffInsideAForeignElement) {
       {"<rule id='1'><conditions><validity><from>2024", "'2024' 5>4>3>2 s4"},
   };
   const std::string start = "<ruleset xmlns='"s + namespaceUri + "' xmlns:f='urn:f'><rule id='0'/>";
-  for (uint32_t limit : limits) {
+  for (uint32_t limit : errorLimits) {
     for (const Cut &cut : cuts) {
       SCOPED_TRACE("error limit " + std::to_string(limit) + ": " + cut.text);
-      const std::unique_ptr<Context> ctx = contextWith(limit);
+      const std::unique_ptr<Context> ctx = contextWithErrorLimit(limit);
       setUp(*ctx, start + cut.text, Table::installed);
       cp__ruleset record; // all goes with the heap
       EXPECT_EQ(QxInit_cp__ruleset(*ctx, &record), 0);

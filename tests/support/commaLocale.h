@@ -4,7 +4,7 @@
 #include <clocale>
 #include <initializer_list>
 
-namespace filters {
+namespace support {
 
 class CommaLocale {
 public:
@@ -22,4 +22,4 @@ public:
   bool found = false;
 };
 
-} // namespace filters
+} // namespace support

@@ -1,0 +1,73 @@
+// Lists of records, and members of records, on a context's heap.
+#pragma once
+
+#include "rtx.h"
+
+#include <gtest/gtest.h>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace support {
+
+// Calls use with each item of a list whose links and count are in order.
+template <typename Item, typename Use> void forEachItem(const RtxList &list, const Use &use) {
+  const RtxListNode *last = nullptr;
+  uint32_t count = 0;
+  for (const RtxListNode *node = list.head; node != nullptr; node = node->next, ++count) {
+    EXPECT_EQ(node->prev, last);
+    last = node;
+    use(*static_cast<Item *>(node->data));
+  }
+  EXPECT_EQ(list.tail, last);
+  EXPECT_EQ(list.count, count);
+}
+
+// A text as a person can compare it, null as "-".
+std::string orDash(const char *text);
+
+// The foreign elements of a list, as orDash.
+std::vector<std::string> foreignTexts(const RtxAnyList &list);
+
+// " <x/> <y/> @k=v": foreign elements as they are, then foreign attributes, each behind a blank.
+std::string extraTexts(const RtxAnyList &elements, const RtxAttrList &attributes);
+
+// Heap copies, as a decoder makes them.
+RtxXmlString xmlString(RuntimeContext *ctx, std::string_view text, bool cdata = false);
+void addForeign(RuntimeContext *ctx, RtxAnyList &list, const char *element); // null: an entry without text
+void addAttribute(RuntimeContext *ctx, RtxAttrList &list, const char *name, const char *value);
+
+void expectEmpty(const RtxXmlString &text);
+void expectEmpty(const RtxList &list);
+
+// Puts members into records, as copies on the context's heap, where storage may give out.
+class Builder {
+public:
+  explicit Builder(RuntimeContext *context) : ctx(context) {}
+
+  RtxXmlString text(std::string_view text, bool cdata = false);
+  void foreign(RtxList &list, std::string_view element);
+  void declare(RtxNsDeclList &list, const char *prefix, const char *uri);
+
+  bool failed() const { return outOfMemory; } // something is missing
+
+protected:
+  // A new item at the end of a list, all zero; null if there is no storage.
+  template <typename T> T *appended(RtxList &list) {
+    auto *item = static_cast<T *>(rtxMemHeapAlloc(ctx, sizeof(T)));
+    if (item != nullptr && rtxDListAppend(ctx, &list, item) != nullptr) {
+      *item = {};
+      return item;
+    }
+    rtxMemHeapFreePtr(ctx, item);
+    outOfMemory = true;
+    return nullptr;
+  }
+
+  RuntimeContext *ctx;
+
+private:
+  bool outOfMemory = false;
+};
+
+} // namespace support

@@ -48,14 +48,20 @@ private:
   RuntimeContext *ctx;
 };
 
+struct Callbacks {
+  RtSaxStartElement start;
+  RtSaxCharacters characters;
+  RtSaxEndElement end;
+};
+
 // Complains unless a handler is as its init leaves it: these callbacks, this level, nothing begun, nothing collected.
 // record is what it is to fill, and counts for a SaxTypeHandler alone.
 template <typename Handler>
-void expectFresh(RuntimeContext *ctx, const Handler &handler, const RtSaxHandler &callbacks, const void *record,
+void expectFresh(RuntimeContext *ctx, const Handler &handler, const Callbacks &callbacks, const void *record,
                  int32_t level) {
-  EXPECT_EQ(handler.startElement, callbacks.startElement);
+  EXPECT_EQ(handler.startElement, callbacks.start);
   EXPECT_EQ(handler.characters, callbacks.characters);
-  EXPECT_EQ(handler.endElement, callbacks.endElement);
+  EXPECT_EQ(handler.endElement, callbacks.end);
   EXPECT_EQ(handler.release, nullptr);
   EXPECT_NE(handler.delegateStorage, nullptr);
   EXPECT_EQ(handler.context, ctx);

@@ -1,4 +1,5 @@
 // The handlers, driven by hand and without a reader, as a host may drive them.
+#include "drivenHandler.h"
 #include "handlers.h"
 #include "input.h"
 
@@ -20,24 +21,10 @@ TYPED_TEST(Handlers, InitPreparesEverything) {
     Context ctx;
     support::HeapBalance balance(ctx);
     Told<TypeParam> told(ctx, *document);
-    const TypeParam &fresh = told.handler;
     EXPECT_EQ(told.initialised, 0);
-    EXPECT_EQ(fresh.startElement, told.callbacks.startElement);
-    EXPECT_EQ(fresh.characters, told.callbacks.characters);
-    EXPECT_EQ(fresh.endElement, told.callbacks.endElement);
-    EXPECT_EQ(fresh.release, nullptr);
-    EXPECT_NE(fresh.delegateStorage, nullptr);
-    EXPECT_EQ(fresh.context, ctx);
-    EXPECT_EQ(fresh.rootName, nullptr);
-    EXPECT_EQ(fresh.level, 0);
-    EXPECT_EQ(fresh.startLevel, 0);
-    EXPECT_EQ(fresh.elementId, 0);
-    EXPECT_EQ(fresh.contentState, 0);
-    EXPECT_EQ(fresh.seenRequired, 0u);
-    EXPECT_EQ(fresh.delegate, nullptr);
-    if constexpr (fills<TypeParam>) {
-      EXPECT_EQ(fresh.record, static_cast<void *>(&told.value.value));
-    }
+    support::expectFresh(ctx, told.handler,
+                         {told.callbacks.startElement, told.callbacks.characters, told.callbacks.endElement},
+                         static_cast<void *>(&told.value.value), 0);
   }
 }
 

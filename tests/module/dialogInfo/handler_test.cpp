@@ -1,4 +1,5 @@
 // The handlers of all types, driven by hand and without a reader, as a host may drive them.
+#include "drivenHandler.h"
 #include "handlerChain.h"
 #include "reading.h"
 
@@ -83,24 +84,10 @@ TYPED_TEST(Handlers, InitPreparesEverything) {
   for (const Type *type : allTypes) {
     SCOPED_TRACE(type->name);
     Driver<TypeParam> driver(*type);
-    const auto &fresh = driver.handler;
     EXPECT_EQ(driver.initStatus, 0);
-    EXPECT_EQ(fresh.startElement, driver.callbacks.start);
-    EXPECT_EQ(fresh.characters, driver.callbacks.characters);
-    EXPECT_EQ(fresh.endElement, driver.callbacks.end);
-    EXPECT_EQ(fresh.release, nullptr);
-    EXPECT_NE(fresh.delegateStorage, nullptr);
-    EXPECT_EQ(fresh.context, driver.ctx);
-    EXPECT_EQ(fresh.rootName, nullptr);
-    EXPECT_EQ(fresh.level, 0);
-    EXPECT_EQ(fresh.startLevel, 0);
-    EXPECT_EQ(fresh.elementId, 0);
-    EXPECT_EQ(fresh.contentState, 0);
-    EXPECT_EQ(fresh.seenRequired, 0u);
-    EXPECT_EQ(fresh.delegate, nullptr);
-    if constexpr (TypeParam::fills) {
-      EXPECT_EQ(fresh.record, driver.record.data());
-    }
+    support::expectFresh<typename TypeParam::Handler>(
+        driver.ctx, driver.handler, {driver.callbacks.start, driver.callbacks.characters, driver.callbacks.end},
+        driver.record.data(), 0);
   }
 }
 

@@ -1,4 +1,5 @@
 // The handlers of every type, driven by hand and without a reader, as a host may drive them.
+#include "drivenHandler.h"
 #include "filters.h"
 #include "handlerChain.h"
 
@@ -73,28 +74,12 @@ TYPED_TEST_SUITE(EveryHandler, EveryKind);
 
 TYPED_TEST(EveryHandler, InitPreparesEverything) {
   Context ctx;
-  RtxMemBuf *buffer = &ctx->reader->text;
-  ASSERT_EQ(rtxMemBufAppend(buffer, "left over", 9), 0);
+  ASSERT_EQ(rtxMemBufAppend(&ctx->reader->text, "left over", 9), 0);
   Driven<TypeParam> driven(ctx);
   EXPECT_EQ(driven.initStatus, 0);
-  const auto &fresh = driven.handler;
-  EXPECT_EQ(fresh.startElement, +TypeParam::start);
-  EXPECT_EQ(fresh.characters, +TypeParam::characters);
-  EXPECT_EQ(fresh.endElement, +TypeParam::end);
-  EXPECT_EQ(fresh.release, nullptr);
-  EXPECT_NE(fresh.delegateStorage, nullptr);
-  EXPECT_EQ(fresh.context, ctx);
-  EXPECT_EQ(fresh.rootName, nullptr);
-  EXPECT_EQ(fresh.level, 0);
-  EXPECT_EQ(fresh.startLevel, 0);
-  EXPECT_EQ(fresh.elementId, 0);
-  EXPECT_EQ(fresh.contentState, 0);
-  EXPECT_EQ(fresh.seenRequired, 0u);
-  EXPECT_EQ(fresh.delegate, nullptr);
-  EXPECT_EQ(buffer->used, buffer->start) << "what was collected before is gone";
-  if constexpr (TypeParam::fills) {
-    EXPECT_EQ(fresh.record, static_cast<typename TypeParam::Type *>(driven.record));
-  }
+  support::expectFresh<typename TypeParam::Handler>(ctx, driven.handler,
+                                                    {TypeParam::start, TypeParam::characters, TypeParam::end},
+                                                    static_cast<typename TypeParam::Type *>(driven.record), 0);
 }
 
 TYPED_TEST(EveryHandler, InitTakesTheLevel) {

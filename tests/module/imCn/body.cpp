@@ -11,22 +11,6 @@ const TextDocument textDocuments[2] = {TEXT_DOCUMENT(type), TEXT_DOCUMENT(action
 
 // ---- Records by hand ------------------------------------------------------------------------------------------
 
-RtxXmlString xmlString(RuntimeContext *ctx, std::string_view text, bool cdata) {
-  return {cdata, rtxUTF8Strdup(ctx, std::string(text).c_str())};
-}
-
-void addForeign(RuntimeContext *ctx, RtxAnyList &list, const char *element) {
-  auto *entry = static_cast<RtxXmlString *>(rtxMemHeapAlloc(ctx, sizeof(RtxXmlString)));
-  *entry = {false, rtxUTF8Strdup(ctx, element)};
-  rtxDListAppend(ctx, &list.items, entry);
-}
-
-void addAttribute(RuntimeContext *ctx, RtxAttrList &list, const char *name, const char *value) {
-  auto *pair = static_cast<RtxNamePair *>(rtxMemHeapAlloc(ctx, sizeof(RtxNamePair)));
-  *pair = {rtxUTF8Strdup(ctx, name), rtxUTF8Strdup(ctx, value)};
-  rtxDListAppend(ctx, &list.items, pair);
-}
-
 tAlternativeService &chooseAlternative(RuntimeContext *ctx, tIMS3GPP_1 &choice, const char *type, const char *reason) {
   choice.t = tIMS3GPP_1_alternative_service;
   tAlternativeService &service = choice.u.alternative_service;
@@ -67,43 +51,17 @@ bool isUnset(const double &version) {
 
 // ---- Records as text ------------------------------------------------------------------------------------------
 
-namespace {
-
-std::string orDash(const char *text) { return text == nullptr ? "-" : text; }
-
-template <typename Item, typename Show> void eachItem(const RtxList &list, const Show &show) {
-  const RtxListNode *last = nullptr;
-  uint32_t count = 0;
-  for (const RtxListNode *node = list.head; node != nullptr; node = node->next, ++count) {
-    EXPECT_EQ(node->prev, last);
-    last = node;
-    show(*static_cast<const Item *>(node->data));
-  }
-  EXPECT_EQ(list.tail, last);
-  EXPECT_EQ(list.count, count);
-}
-
-std::string extras(const RtxAnyList &elements, const RtxAttrList &attributes) {
-  std::string all;
-  eachItem<RtxXmlString>(elements.items, [&](const RtxXmlString &text) { all += " " + orDash(text.value); });
-  eachItem<RtxNamePair>(attributes.items,
-                        [&](const RtxNamePair &pair) { all += " @" + orDash(pair.name) + "=" + orDash(pair.value); });
-  return all;
-}
-
-} // namespace
-
 std::string dump(const tAlternativeService &record) {
   EXPECT_FALSE(record.type.cdata || record.reason.cdata);
-  return "type=" + orDash(record.type.value) + " reason=" + orDash(record.reason.value) +
-         extras(record.anyElems, record._anyAttr);
+  return "type=" + support::orDash(record.type.value) + " reason=" + support::orDash(record.reason.value) +
+         support::extraTexts(record.anyElems, record._anyAttr);
 }
 
 std::string dump(const tIMS3GPP_1 &record) {
   switch (record.t) {
   case 0: return "none";
   case 1: return "alternative(" + dump(record.u.alternative_service) + ")";
-  case 2: return "info=" + orDash(record.u.service_info.value);
+  case 2: return "info=" + support::orDash(record.u.service_info.value);
   default: return "t=" + std::to_string(record.t);
   }
 }
@@ -111,13 +69,7 @@ std::string dump(const tIMS3GPP_1 &record) {
 std::string dump(const tIMS3GPP &record) {
   char version[40] = "unset";
   if (!isUnset(record.version)) std::snprintf(version, sizeof version, "%g", record.version);
-  return dump(record._choice1) + " version=" + version + extras(record.anyElems, record._anyAttr);
-}
-
-std::vector<std::string> foreignTexts(const RtxAnyList &list) {
-  std::vector<std::string> texts;
-  eachItem<RtxXmlString>(list.items, [&](const RtxXmlString &text) { texts.push_back(orDash(text.value)); });
-  return texts;
+  return dump(record._choice1) + " version=" + version + support::extraTexts(record.anyElems, record._anyAttr);
 }
 
 // ---- Reading and writing --------------------------------------------------------------------------------------
@@ -156,7 +108,7 @@ Reading decodeTextInput(RuntimeContext *ctx, const TextDocument &document) {
   const int status = document.decode(ctx, &text);
   const bool stored = text.value != untouched;
   EXPECT_EQ(text.cdata, !stored);
-  Reading reading = {status, orDash(text.value), errorsOf(ctx)};
+  Reading reading = {status, support::orDash(text.value), errorsOf(ctx)};
   if (stored) rtxMemHeapFreePtr(ctx, text.value);
   return reading;
 }

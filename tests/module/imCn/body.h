@@ -6,7 +6,9 @@
 #include "documentReading.h"
 #include "documents.h"
 #include "errors.h"
+#include "lists.h"
 #include "output.h"
+#include "record.h"
 
 #include <cstring>
 #include <gtest/gtest.h>
@@ -14,67 +16,39 @@
 #include <string_view>
 #include <vector>
 
+#define BODY_FUNCTIONS(T)                                                                                              \
+  RECORD_FUNCTIONS(T)                                                                                                  \
+  static void release(RuntimeContext *ctx, T *record) { QxMemFree_##T(ctx, record); }
+
+template <> struct support::Functions<tAlternativeService> {
+  BODY_FUNCTIONS(tAlternativeService)
+  HANDLER_FUNCTIONS(tAlternativeService)
+};
+template <> struct support::Functions<tIMS3GPP_1> { BODY_FUNCTIONS(tIMS3GPP_1) };
+template <> struct support::Functions<tIMS3GPP> {
+  BODY_FUNCTIONS(tIMS3GPP)
+  HANDLER_FUNCTIONS(tIMS3GPP)
+};
+#undef BODY_FUNCTIONS
+
 namespace body {
 
 using namespace std::string_literals;
 using namespace std::string_view_literals;
+using support::addAttribute;
+using support::addForeign;
+using support::foreignTexts;
+using support::Functions;
+using support::pattern;
 using support::Reading;
+using support::Record;
+using support::xmlString;
 
 // ---- Functions by type ----------------------------------------------------------------------------------------
 
-template <typename T> struct Functions;
-
-#define BODY_FUNCTIONS(T)                                                                                              \
-  static constexpr const char *name = #T;                                                                              \
-  static constexpr auto init = QxInit_##T;                                                                             \
-  static constexpr auto release = QxMemFree_##T;                                                                       \
-  static constexpr auto print = QxPrint_##T;                                                                           \
-  static constexpr auto encode = QxXmlET_##T;                                                                          \
-  static constexpr auto startElement = QxXmlET_##T##_StartElement;                                                     \
-  static constexpr auto contents = QxXmlET_##T##_Contents;                                                             \
-  static constexpr auto endElement = QxXmlET_##T##_EndElement;
-
-#define BODY_HANDLERS(T)                                                                                               \
-  struct Filling {                                                                                                     \
-    using Handler = SaxTypeHandler;                                                                                    \
-    static int init(RuntimeContext *ctx, Handler *handler, T *record, int32_t level) {                                 \
-      return QxSAX_##T##_init(ctx, handler, record, level);                                                            \
-    }                                                                                                                  \
-    static constexpr auto start = QxSAX_##T##_startElement;                                                            \
-    static constexpr auto characters = QxSAX_##T##_characters;                                                         \
-    static constexpr auto end = QxSAX_##T##_endElement;                                                                \
-  };                                                                                                                   \
-  struct Checking {                                                                                                    \
-    using Handler = VsaxTypeHandler;                                                                                   \
-    static int init(RuntimeContext *ctx, Handler *handler, T *, int32_t level) {                                       \
-      return QxVSAX_##T##_init(ctx, handler, level);                                                                   \
-    }                                                                                                                  \
-    static constexpr auto start = QxVSAX_##T##_startElement;                                                           \
-    static constexpr auto characters = QxVSAX_##T##_characters;                                                        \
-    static constexpr auto end = QxVSAX_##T##_endElement;                                                               \
-  };
-
-template <> struct Functions<tAlternativeService> {
-  BODY_FUNCTIONS(tAlternativeService)
-  BODY_HANDLERS(tAlternativeService)
-};
-template <> struct Functions<tIMS3GPP_1> { BODY_FUNCTIONS(tIMS3GPP_1) };
-template <> struct Functions<tIMS3GPP> {
-  BODY_FUNCTIONS(tIMS3GPP)
-  BODY_HANDLERS(tIMS3GPP)
-};
-#undef BODY_FUNCTIONS
-#undef BODY_HANDLERS
-
 // Calls test<T>() for each record type.
-template <typename Test> void forEachType(Test test) {
-  const auto run = [&]<typename T>() {
-    SCOPED_TRACE(Functions<T>::name);
-    test.template operator()<T>();
-  };
-  run.template operator()<tAlternativeService>();
-  run.template operator()<tIMS3GPP_1>();
-  run.template operator()<tIMS3GPP>();
+template <typename Test> void forEachType(const Test &test) {
+  support::forEachType<tAlternativeService, tIMS3GPP_1, tIMS3GPP>(test);
 }
 
 // The two documents that are a text.
@@ -91,12 +65,6 @@ extern const TextDocument textDocuments[2];
 
 // ---- Records by hand ------------------------------------------------------------------------------------------
 
-inline constexpr unsigned char pattern = 0xA5; // of storage that nobody wrote
-
-RtxXmlString xmlString(RuntimeContext *ctx, std::string_view text, bool cdata = false);
-void addForeign(RuntimeContext *ctx, RtxAnyList &list, const char *element); // null: an entry without text
-void addAttribute(RuntimeContext *ctx, RtxAttrList &list, const char *name, const char *value);
-
 // Choose an alternative of a record without one.
 tAlternativeService &chooseAlternative(RuntimeContext *ctx, tIMS3GPP_1 &choice, const char *type, const char *reason);
 void chooseInfo(RuntimeContext *ctx, tIMS3GPP_1 &choice, const char *text);
@@ -106,36 +74,6 @@ void fillCompletely(RuntimeContext *ctx, tIMS3GPP &record);
 
 // What QxXmlE_ims_3gpp writes for that, without the XML declaration.
 extern const std::string completeDocument;
-
-// An initialised record in storage that had a pattern in it, released at its end.
-template <typename T> class Record {
-public:
-  explicit Record(RuntimeContext *context) : Record(context, true) {}
-  // Storage with the pattern alone, for a decoder.
-  static Record uninitialised(RuntimeContext *context) { return Record(context, false); }
-  ~Record() {
-    if (owned) Functions<T>::release(ctx, &value);
-  }
-  Record(const Record &) = delete;
-  Record &operator=(const Record &) = delete;
-
-  operator T *() { return &value; }
-  T *operator->() { return &value; }
-  T &operator*() { return value; }
-
-  bool owned; // release it at the end
-
-private:
-  Record(RuntimeContext *context, bool initialise) : owned(initialise), ctx(context) {
-    std::memset(static_cast<void *>(&value), pattern, sizeof value);
-    if (initialise) {
-      EXPECT_EQ(Functions<T>::init(ctx, &value), 0);
-    }
-  }
-
-  RuntimeContext *ctx;
-  T value;
-};
 
 // Whether nobody has written a version into storage with the pattern.
 bool isUnset(const double &version);
@@ -148,8 +86,6 @@ std::string dump(const tAlternativeService &record);
 std::string dump(const tIMS3GPP_1 &record);
 // "info=text version=1 <x/> @k=v", a version that nobody wrote as "unset".
 std::string dump(const tIMS3GPP &record);
-
-std::vector<std::string> foreignTexts(const RtxAnyList &list);
 
 // ---- Reading and writing --------------------------------------------------------------------------------------
 

@@ -1,76 +1,32 @@
 // The handlers of both types, driven by hand and without a reader, as a host may drive them.
 #include "body.h"
+#include "drivenHandler.h"
 
 #include <type_traits>
 
 using namespace body;
 using support::Context;
+template <typename T, typename Kind> using Driven = support::DrivenHandler<T, Kind>;
+using support::Trace;
 
 namespace {
 
-// Calls test<T, Kind>() for each type and both kinds of its handlers.
-template <typename Test> void forEachHandler(Test test) {
-  const auto run = [&]<typename T, typename Kind>(const char *kind) {
-    SCOPED_TRACE(Functions<T>::name + ", "s + kind);
-    test.template operator()<T, Kind>();
-  };
-  run.template operator()<tAlternativeService, Functions<tAlternativeService>::Filling>("filling");
-  run.template operator()<tAlternativeService, Functions<tAlternativeService>::Checking>("checking");
-  run.template operator()<tIMS3GPP, Functions<tIMS3GPP>::Filling>("filling");
-  run.template operator()<tIMS3GPP, Functions<tIMS3GPP>::Checking>("checking");
+// Calls test<T, Kind>() for each type with handlers and both kinds of them.
+template <typename Test> void forEachHandler(const Test &test) {
+  support::forEachHandler<tAlternativeService, tIMS3GPP>(test);
 }
 
-template <typename Kind> constexpr bool fills = std::is_same_v<typename Kind::Handler, SaxTypeHandler>;
+template <typename Kind> constexpr bool fills = support::fillsRecord<typename Kind::Handler>;
 
 constexpr const char *const versionOne[] = {"version", "1", nullptr, nullptr};
-
-// A handler of a type with a record, in storage that had a pattern in it.
-template <typename T, typename Kind> class Driven {
-public:
-  explicit Driven(RuntimeContext *context, int32_t level = 0) : record(context), ctx(context) {
-    std::memset(&handler, pattern, sizeof handler);
-    EXPECT_EQ(Kind::init(ctx, &handler, record, level), 0);
-  }
-  ~Driven() { rtxMemHeapFreePtr(ctx, handler.delegateStorage); }
-  Driven(const Driven &) = delete;
-  Driven &operator=(const Driven &) = delete;
-
-  int start(const char *name, const char *const *attributes = nullptr) {
-    return Kind::start(&handler, name, name, attributes);
-  }
-  int text(std::string_view bytes) { return Kind::characters(&handler, bytes.data(), bytes.size()); }
-  int end(const char *name) { return Kind::end(&handler, name, name); }
-
-  Record<T> record;
-  typename Kind::Handler handler;
-
-private:
-  RuntimeContext *ctx;
-};
 
 TEST(Handlers, InitPreparesEverything) {
   forEachHandler([]<typename T, typename Kind>() {
     Context ctx;
     ASSERT_EQ(rtxMemBufAppend(&ctx->reader->text, "left over", 9), 0);
     Driven<T, Kind> driven(ctx, 3);
-    const auto &fresh = driven.handler;
-    EXPECT_EQ(fresh.startElement, +Kind::start);
-    EXPECT_EQ(fresh.characters, +Kind::characters);
-    EXPECT_EQ(fresh.endElement, +Kind::end);
-    EXPECT_EQ(fresh.release, nullptr);
-    EXPECT_NE(fresh.delegateStorage, nullptr);
-    EXPECT_EQ(fresh.context, ctx);
-    EXPECT_EQ(fresh.rootName, nullptr);
-    EXPECT_EQ(fresh.level, 3);
-    EXPECT_EQ(fresh.startLevel, 3);
-    EXPECT_EQ(fresh.elementId, 0);
-    EXPECT_EQ(fresh.contentState, 0);
-    EXPECT_EQ(fresh.seenRequired, 0u);
-    EXPECT_EQ(fresh.delegate, nullptr);
-    EXPECT_EQ(ctx->reader->text.used, ctx->reader->text.start) << "the collection buffer is empty";
-    if constexpr (fills<Kind>) {
-      EXPECT_EQ(fresh.record, &*driven.record);
-    }
+    support::expectFresh<typename Kind::Handler>(ctx, driven.handler, {Kind::start, Kind::characters, Kind::end},
+                                                 driven.record, 3);
   });
 }
 
@@ -296,20 +252,10 @@ TEST(HandlersWithoutStorage, RefuseChildrenThatNeedIt) {
 
 // ---- Trace ----------------------------------------------------------------------------------------------------
 
-struct Trace {
-  std::vector<std::string> log;
-  static void note(void *self, bool enter, const char *function, const char *) {
-    static_cast<Trace *>(self)->log.push_back((enter ? "+" : "-") + std::string(function));
-  }
-};
-
 TEST(HandlerTrace, EveryCallbackIsEnteredAndLeftUnderItsName) {
   forEachHandler([]<typename T, typename Kind>() {
     Trace trace;
-    Context ctx([&](RuntimeOptions &options) {
-      options.trace = Trace::note;
-      options.traceUser = &trace;
-    });
+    Context ctx([&](RuntimeOptions &options) { trace.traceOf(options); });
     Driven<T, Kind> driven(ctx);
     driven.start("n", versionOne);
     driven.text("t");
@@ -325,10 +271,7 @@ TEST(HandlerTrace, EveryCallbackIsEnteredAndLeftUnderItsName) {
 // What a whole chain of handlers does with a document.
 template <int (*read)(RuntimeContext *ctx)> std::vector<std::string> traceOf(const std::string &text) {
   Trace trace;
-  Context ctx([&](RuntimeOptions &options) {
-    options.trace = Trace::note;
-    options.traceUser = &trace;
-  });
+  Context ctx([&](RuntimeOptions &options) { trace.traceOf(options); });
   EXPECT_EQ(support::setInput(ctx, text), 0);
   EXPECT_EQ(read(ctx), 0);
   return trace.log;

@@ -2,12 +2,14 @@
 #include "body.h"
 #include "capture.h"
 #include "contextCheck.h"
+#include "lists.h"
 
 #include <algorithm>
 
 using namespace body;
 using support::captureStdout;
 using support::Context;
+using support::expectEmpty;
 using support::FailingCheck;
 
 namespace {
@@ -16,17 +18,6 @@ template <typename T> bool untouched(const T &record) {
   unsigned char expected[sizeof(T)];
   std::memset(expected, pattern, sizeof expected);
   return std::memcmp(&record, expected, sizeof expected) == 0;
-}
-
-void expectEmpty(const RtxXmlString &text) {
-  EXPECT_FALSE(text.cdata);
-  EXPECT_EQ(text.value, nullptr);
-}
-
-void expectEmpty(const RtxList &list) {
-  EXPECT_EQ(list.count, 0u);
-  EXPECT_EQ(list.head, nullptr);
-  EXPECT_EQ(list.tail, nullptr);
 }
 
 void expectFresh(const tAlternativeService &record) {

@@ -1,5 +1,6 @@
 // The handlers, driven by hand and without a reader, as a host may drive them.
 #include "composing.h"
+#include "drivenHandler.h"
 
 #include <cstring>
 #include <type_traits>
@@ -55,23 +56,8 @@ using Kinds = testing::Types<Filling, Checking>;
 TYPED_TEST_SUITE(Handlers, Kinds);
 
 TYPED_TEST(Handlers, InitPreparesEverything) {
-  const auto &fresh = this->handler;
-  EXPECT_EQ(fresh.startElement, +TypeParam::start);
-  EXPECT_EQ(fresh.characters, +TypeParam::characters);
-  EXPECT_EQ(fresh.endElement, +TypeParam::end);
-  EXPECT_EQ(fresh.release, nullptr);
-  EXPECT_NE(fresh.delegateStorage, nullptr);
-  EXPECT_EQ(fresh.context, this->ctx);
-  EXPECT_EQ(fresh.rootName, nullptr);
-  EXPECT_EQ(fresh.level, 0);
-  EXPECT_EQ(fresh.startLevel, 0);
-  EXPECT_EQ(fresh.elementId, 0);
-  EXPECT_EQ(fresh.contentState, 0);
-  EXPECT_EQ(fresh.seenRequired, 0u);
-  EXPECT_EQ(fresh.delegate, nullptr);
-  if constexpr (std::is_same_v<TypeParam, Filling>) {
-    EXPECT_EQ(fresh.record, &this->record.get());
-  }
+  support::expectFresh<typename TypeParam::Handler>(
+      this->ctx, this->handler, {TypeParam::start, TypeParam::characters, TypeParam::end}, &this->record.get(), 0);
 }
 
 TYPED_TEST(Handlers, InitTakesTheLevelAndEmptiesTheCollectionBuffer) {

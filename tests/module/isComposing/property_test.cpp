@@ -62,17 +62,7 @@ TEST(Property, RandomBytesNeverGetThroughUnnoticed) {
   Random random(77);
   Context ctx;
   for (int round = 0; round < 5000; ++round) {
-    std::string text = original;
-    for (uint32_t left = 1 + random.below(3); left != 0; --left) {
-      const size_t at = random.below(static_cast<uint32_t>(text.size()));
-      switch (random.below(3)) {
-      case 0: text[at] = static_cast<char>(random.below(256)); break;
-      case 1: text.erase(at, 1 + random.below(5)); break;
-      default:
-        text.insert(at, text.substr(random.below(static_cast<uint32_t>(text.size())), 1 + random.below(20)));
-        break;
-      }
-    }
+    const std::string text = support::randomlyDamaged(random, original);
     rtxErrClear(ctx);
     const Reading reading = decode(ctx, text);
     EXPECT_EQ(reading.status == 0, rtxErrCount(ctx) == 0) << testing::PrintToString(text) << " " << reading.errors;

@@ -4,22 +4,6 @@ namespace settings {
 
 // ---- Records by hand ------------------------------------------------------------------------------------------
 
-RtxXmlString xmlString(RuntimeContext *ctx, std::string_view text, bool cdata) {
-  return {cdata, rtxUTF8Strdup(ctx, std::string(text).c_str())};
-}
-
-void addForeign(RuntimeContext *ctx, RtxAnyList &list, const char *element) {
-  auto *entry = static_cast<RtxXmlString *>(rtxMemHeapAlloc(ctx, sizeof(RtxXmlString)));
-  *entry = {false, rtxUTF8Strdup(ctx, element)};
-  rtxDListAppend(ctx, &list.items, entry);
-}
-
-void addAttribute(RuntimeContext *ctx, RtxAttrList &list, const char *name, const char *value) {
-  auto *pair = static_cast<RtxNamePair *>(rtxMemHeapAlloc(ctx, sizeof(RtxNamePair)));
-  *pair = {rtxUTF8Strdup(ctx, name), rtxUTF8Strdup(ctx, value)};
-  rtxDListAppend(ctx, &list.items, pair);
-}
-
 entityType *addEntity(RuntimeContext *ctx, poc_settingsType &record, const char *id) {
   auto *entity = static_cast<entityType *>(rtxMemHeapAlloc(ctx, sizeof(entityType)));
   std::memset(static_cast<void *>(entity), pattern, sizeof *entity);
@@ -73,34 +57,12 @@ const std::string completeDocument =
 
 namespace {
 
-std::string orDash(const char *text) { return text == nullptr ? "-" : text; }
-
 // The byte of a boolean, which may be none.
 std::string flag(const bool &active) {
   unsigned char byte = 0;
   std::memcpy(&byte, &active, 1);
   if (byte > 1) return byte == pattern ? "active=unset" : "active=" + std::to_string(byte);
   return byte == 0 ? "active=false" : "active=true";
-}
-
-template <typename Item, typename Show> void eachItem(const RtxList &list, const Show &show) {
-  const RtxListNode *last = nullptr;
-  uint32_t count = 0;
-  for (const RtxListNode *node = list.head; node != nullptr; node = node->next, ++count) {
-    EXPECT_EQ(node->prev, last);
-    last = node;
-    show(*static_cast<const Item *>(node->data));
-  }
-  EXPECT_EQ(list.tail, last);
-  EXPECT_EQ(list.count, count);
-}
-
-std::string extras(const RtxAnyList &elements, const RtxAttrList &attributes) {
-  std::string all;
-  eachItem<RtxXmlString>(elements.items, [&](const RtxXmlString &text) { all += " " + orDash(text.value); });
-  eachItem<RtxNamePair>(attributes.items,
-                        [&](const RtxNamePair &pair) { all += " @" + orDash(pair.name) + "=" + orDash(pair.value); });
-  return all;
 }
 
 } // namespace
@@ -110,15 +72,15 @@ std::string dump(const ipabSettingType_incoming_personal_alert_barring &record) 
 std::string dump(const sssSettingType_simultaneous_sessions_support &record) { return flag(record.active); }
 
 std::string dump(const isbSettingType &record) {
-  return dump(record.incoming_session_barring) + extras(record.anyElems, record._anyAttr);
+  return dump(record.incoming_session_barring) + support::extraTexts(record.anyElems, record._anyAttr);
 }
 
 std::string dump(const ipabSettingType &record) {
-  return dump(record.incoming_personal_alert_barring) + extras(record.anyElems, record._anyAttr);
+  return dump(record.incoming_personal_alert_barring) + support::extraTexts(record.anyElems, record._anyAttr);
 }
 
 std::string dump(const sssSettingType &record) {
-  return dump(record.simultaneous_sessions_support) + extras(record.anyElems, record._anyAttr);
+  return dump(record.simultaneous_sessions_support) + support::extraTexts(record.anyElems, record._anyAttr);
 }
 
 std::string dump(const amSettingType &record) {
@@ -126,31 +88,25 @@ std::string dump(const amSettingType &record) {
   if (record.answer_mode == 0) mode = "automatic";
   if (record.answer_mode == 1) mode = "manual";
   if (record.answer_mode == 0xA5A5) mode = "unset";
-  return "mode=" + mode + extras(record.anyElems, record._anyAttr);
+  return "mode=" + mode + support::extraTexts(record.anyElems, record._anyAttr);
 }
 
 std::string dump(const entityType &record) {
-  std::string all = "id=" + orDash(record.id.value);
+  std::string all = "id=" + support::orDash(record.id.value);
   EXPECT_FALSE(record.id.cdata);
   if ((record.m & 1) != 0) all += " isb(" + dump(record.isb_settings) + ")";
   if ((record.m & 2) != 0) all += " am(" + dump(record.am_settings) + ")";
   if ((record.m & 4) != 0) all += " ipab(" + dump(record.ipab_settings) + ")";
   if ((record.m & 8) != 0) all += " sss(" + dump(record.sss_settings) + ")";
   if ((record.m & ~15u) != 0) all += " m=" + std::to_string(record.m);
-  return all + extras(record.anyElems, record._anyAttr);
+  return all + support::extraTexts(record.anyElems, record._anyAttr);
 }
 
 std::string dump(const poc_settingsType &record) {
   std::string all;
-  eachItem<entityType>(record.entity,
-                       [&](const entityType &entity) { all += (all.empty() ? "[" : " [") + dump(entity) + "]"; });
-  return all + extras(record.anyElems, record._anyAttr);
-}
-
-std::vector<std::string> foreignTexts(const RtxAnyList &list) {
-  std::vector<std::string> texts;
-  eachItem<RtxXmlString>(list.items, [&](const RtxXmlString &text) { texts.push_back(orDash(text.value)); });
-  return texts;
+  support::forEachItem<const entityType>(
+      record.entity, [&](const entityType &entity) { all += (all.empty() ? "[" : " [") + dump(entity) + "]"; });
+  return all + support::extraTexts(record.anyElems, record._anyAttr);
 }
 
 // ---- Reading and writing --------------------------------------------------------------------------------------

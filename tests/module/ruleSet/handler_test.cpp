@@ -1,4 +1,5 @@
 // The handlers of every type, driven by hand, as a host may drive them.
+#include "drivenHandler.h"
 #include "reading.h"
 
 #include <array>
@@ -147,24 +148,8 @@ TYPED_TEST(Handlers, InitPreparesEverything) {
     ASSERT_EQ(rtxMemBufAppend(&this->ctx->reader->text, "left over", 9), 0);
     Driven<TypeParam> driven(this->ctx, functions.type, 3);
     EXPECT_EQ(driven.initStatus, 0);
-    const TypeParam &fresh = driven.handler;
-    EXPECT_EQ(fresh.startElement, functions.start);
-    EXPECT_EQ(fresh.characters, functions.characters);
-    EXPECT_EQ(fresh.endElement, functions.end);
-    EXPECT_EQ(fresh.release, nullptr);
-    EXPECT_NE(fresh.delegateStorage, nullptr);
-    EXPECT_EQ(fresh.context, this->ctx);
-    EXPECT_EQ(fresh.rootName, nullptr);
-    EXPECT_EQ(fresh.level, 3);
-    EXPECT_EQ(fresh.startLevel, 3);
-    EXPECT_EQ(fresh.elementId, 0);
-    EXPECT_EQ(fresh.contentState, 0);
-    EXPECT_EQ(fresh.seenRequired, 0u);
-    EXPECT_EQ(fresh.delegate, nullptr);
-    if constexpr (std::is_same_v<TypeParam, SaxTypeHandler>) {
-      EXPECT_EQ(fresh.record, driven.storage.data());
-    }
-    EXPECT_EQ(this->ctx->reader->text.used, this->ctx->reader->text.start) << "the collection buffer is empty";
+    support::expectFresh<TypeParam>(this->ctx, driven.handler, {functions.start, functions.characters, functions.end},
+                                    driven.storage.data(), 3);
   }
 }
 

@@ -1,5 +1,6 @@
 // Initialising, releasing, printing and appending to the records of rule sets.
 #include "contextCheck.h"
+#include "lists.h"
 #include "rules.h"
 
 #include <algorithm>
@@ -9,6 +10,7 @@
 
 using namespace rules;
 using support::Context;
+using support::expectEmpty;
 using support::FailingCheck;
 
 namespace {
@@ -26,17 +28,6 @@ template <typename T> std::string bytesOf(const T &record) {
 }
 
 void expectEmpty(uint32_t m) { EXPECT_EQ(m, 0u); }
-
-void expectEmpty(const RtxXmlString &text) {
-  EXPECT_FALSE(text.cdata);
-  EXPECT_EQ(text.value, nullptr);
-}
-
-void expectEmpty(const RtxList &list) {
-  EXPECT_EQ(list.count, 0u);
-  EXPECT_EQ(list.head, nullptr);
-  EXPECT_EQ(list.tail, nullptr);
-}
 
 template <typename T>
 requires isChoice<T>

@@ -2,14 +2,10 @@
 #include "dialogs.h"
 #include "documents.h"
 #include "randomText.h"
+#include "schemaJudge.h"
 #include "xmlJudge.h"
 
 #include <array>
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <memory>
 
 using namespace dialogs;
 using support::Context;
@@ -180,71 +176,24 @@ TEST(Property, RecordsSurviveBeingWrittenAndRead) {
 
 // ---- Judged by the schema -------------------------------------------------------------------------------------
 
-// A folder that goes with its object.
-class TemporaryFolder {
-public:
-  TemporaryFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "dialog-info-XXXXXX").string();
-    if (mkdtemp(name.data()) != nullptr) folder = name;
-  }
-  ~TemporaryFolder() {
-    std::error_code ignored;
-    if (!folder.empty()) std::filesystem::remove_all(folder, ignored);
-  }
-  TemporaryFolder(const TemporaryFolder &) = delete;
-  TemporaryFolder &operator=(const TemporaryFolder &) = delete;
-
-  const std::filesystem::path &path() const { return folder; }
-
-private:
-  std::filesystem::path folder;
-};
-
-std::string quoted(const std::string &argument) { return "'" + replaced(argument, "'", "'\\''") + "'"; }
-
-// What xmllint says about all documents of a folder, each on a line of its own.
-std::string verdicts(const std::filesystem::path &schemas, const std::filesystem::path &folder) {
-  const std::string command = "cd " + quoted(folder.string()) + " && xmllint --noout --nonet --schema " +
-                              quoted((schemas / "dialog-info.xsd").string()) + " *.xml 2>&1";
-  const std::unique_ptr<FILE, decltype(&pclose)> pipe(popen(command.c_str(), "r"), pclose);
-  std::string all;
-  char piece[4096];
-  while (pipe != nullptr) {
-    const size_t length = std::fread(piece, 1, sizeof piece, pipe.get());
-    if (length == 0) break;
-    all.append(piece, length);
-  }
-  return all;
-}
-
 class Schema : public testing::Test {
 protected:
   void SetUp() override {
-    const char *named = std::getenv("IMSCODEC_SCHEMAS");
-    if (named == nullptr || *named == '\0') GTEST_SKIP() << "IMSCODEC_SCHEMAS names no folder of schemas";
-    schemas = std::filesystem::absolute(named);
-    ASSERT_TRUE(std::filesystem::exists(schemas / "dialog-info.xsd"));
-    ASSERT_FALSE(folder.path().empty());
+    if (!judge.available()) GTEST_SKIP() << "IMSCODEC_SCHEMAS names no folder of schemas";
   }
 
   template <typename T> void write(RuntimeContext *ctx, T *record) {
-    const std::string name = std::to_string(count++) + ".xml";
-    const std::string text = support::encoded(ctx, [=](RuntimeContext *c) { return Document<T>::encode(c, record); });
-    std::ofstream(folder.path() / name, std::ios::binary) << text;
+    judge.add(std::to_string(count++),
+              support::encoded(ctx, [=](RuntimeContext *c) { return Document<T>::encode(c, record); }));
   }
 
   // One verdict for each document, all of them like this.
-  void expectAll(const std::string &verdict) {
-    const std::string output = verdicts(schemas, folder.path());
-    size_t found = 0;
-    for (int i = 0; i < count; ++i)
-      found += output.find("\n" + std::to_string(i) + ".xml " + verdict + "\n") != std::string::npos ||
-               output.starts_with(std::to_string(i) + ".xml " + verdict + "\n");
-    EXPECT_EQ(found, static_cast<size_t>(count)) << output;
+  void expectAll(bool accepted) {
+    for (const auto &[name, verdict] : judge.verdicts())
+      EXPECT_EQ(verdict, accepted) << name << "\n" << judge.report();
   }
 
-  std::filesystem::path schemas;
-  TemporaryFolder folder;
+  support::SchemaJudge judge{"dialog-info.xsd"};
   int count = 0;
 };
 
@@ -258,7 +207,7 @@ TEST_F(Schema, AcceptsWhatIsWritten) {
       write<T>(ctx, record);
     });
   }
-  expectAll("validates");
+  expectAll(true);
 }
 
 // The schema spells the attribute of a display name otherwise, so that this also shows that it is asked at all.
@@ -269,7 +218,7 @@ TEST_F(Schema, RefusesDisplayNames) {
   record->m = tns__dialog_has_referred_by;
   build.complete(record->tns_referred_by);
   write<tns__dialog>(ctx, record);
-  expectAll("fails to validate");
+  expectAll(false);
 }
 
 } // namespace

@@ -2,12 +2,10 @@
 #include "input.h"
 #include "randomText.h"
 #include "rules.h"
+#include "schemaJudge.h"
 #include "xmlJudge.h"
 
 #include <array>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <map>
 
@@ -27,54 +25,6 @@ std::string collapsed(std::string_view text) {
     if (space && !all.empty() && all.back() != ' ') all += ' ';
   }
   if (!all.empty() && all.back() == ' ') all.pop_back();
-  return all;
-}
-
-// ---- Files and schema -----------------------------------------------------------------------------------------
-
-class TemporaryFolder {
-public:
-  TemporaryFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "imscodec-rules-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) {
-      ADD_FAILURE() << "no temporary folder";
-      return;
-    }
-    path = pattern;
-  }
-  ~TemporaryFolder() {
-    if (!path.empty()) std::filesystem::remove_all(path);
-  }
-  TemporaryFolder(const TemporaryFolder &) = delete;
-  TemporaryFolder &operator=(const TemporaryFolder &) = delete;
-
-  void write(const std::string &name, const std::string &text) const {
-    std::ofstream(path / name, std::ios::binary) << text;
-  }
-
-  std::filesystem::path path;
-};
-
-// The schema of the vocabulary, or an empty path if the environment names no folder of schemas.
-std::filesystem::path schema() {
-  const char *folder = std::getenv("IMSCODEC_SCHEMAS");
-  if (folder == nullptr || *folder == '\0') return {};
-  return std::filesystem::path(folder) / "common-policy.xsd";
-}
-
-// Whether the schema accepts a file, for each of the folder's files that end in ".xml"; empty without a judge.
-std::map<std::string, bool> verdicts(const TemporaryFolder &folder, const std::filesystem::path &schemaFile) {
-  const std::filesystem::path report = folder.path / "report";
-  const std::string command = "cd '" + folder.path.string() + "' && xmllint --noout --nonet --schema '" +
-                              std::filesystem::absolute(schemaFile).string() + "' *.xml > report 2>&1";
-  static_cast<void>(std::system(command.c_str()));
-  std::map<std::string, bool> all;
-  std::ifstream lines(report);
-  for (std::string line; std::getline(lines, line);) {
-    const size_t name = line.find(".xml ");
-    if (line.ends_with(".xml validates")) all[line.substr(0, name)] = true;
-    if (line.ends_with(".xml fails to validate")) all[line.substr(0, name)] = false;
-  }
   return all;
 }
 
@@ -199,28 +149,26 @@ TEST(Property, RecordsSurviveBeingWrittenAndRead) {
 }
 
 TEST(Property, WhatIsWrittenConformsToTheSchema) {
-  const std::filesystem::path schemaFile = schema();
-  if (schemaFile.empty()) GTEST_SKIP() << "IMSCODEC_SCHEMAS names no folder of schemas";
+  support::SchemaJudge judge("common-policy.xsd");
+  if (!judge.available()) GTEST_SKIP() << "IMSCODEC_SCHEMAS names no folder of schemas";
   constexpr int count = 300;
-  TemporaryFolder folder;
   Random random(4745);
   for (int round = 0; round < count; ++round) {
     Context ctx;
     Record<cp__ruleset> record(ctx);
     RandomRules(random, ctx, true).fill(*record);
     const std::string text = encodedDocument(ctx, record);
-    folder.write("record-" + std::to_string(round) + ".xml", text);
+    judge.add("record-" + std::to_string(round), text);
     ASSERT_EQ(support::setInput(ctx, text), 0);
     // A validator, which keeps nothing, takes the attributes of a foreign element for unknown ones.
     QxXmlV_cp_ruleset(ctx);
     for (int status : support::statuses(ctx))
       EXPECT_EQ(status, STATUS_UNKNOWN_ATTRIBUTE) << support::errors(ctx) << text;
   }
-  const auto accepted = verdicts(folder, schemaFile);
-  if (accepted.empty()) GTEST_SKIP() << "there is no xmllint to ask";
+  const auto accepted = judge.verdicts();
   EXPECT_EQ(accepted.size(), size_t{count});
   for (const auto &[name, verdict] : accepted)
-    EXPECT_TRUE(verdict) << name << "\n" << std::ifstream(folder.path / (name + ".xml")).rdbuf();
+    EXPECT_TRUE(verdict) << name << "\n" << judge.report();
 }
 
 // ---- Documents ------------------------------------------------------------------------------------------------
@@ -561,20 +509,18 @@ TEST(Property, TwentyRulesOfExtensionsKeepTheirMeaning) {
 }
 
 TEST(Property, TheSchemaAcceptsWhatIsWrittenWhereItAcceptedWhatWasRead) {
-  const std::filesystem::path schemaFile = schema();
-  if (schemaFile.empty()) GTEST_SKIP() << "IMSCODEC_SCHEMAS names no folder of schemas";
+  support::SchemaJudge judge("common-policy.xsd");
+  if (!judge.available()) GTEST_SKIP() << "IMSCODEC_SCHEMAS names no folder of schemas";
   constexpr int count = 60;
-  TemporaryFolder folder;
   Random random(3);
   for (int round = 0; round < count; ++round) {
     Context ctx;
     const std::string text = RandomDocument(random, round % 2 == 0).ruleset(20);
-    folder.write("read-" + std::to_string(round) + ".xml", text);
-    folder.write("written-" + std::to_string(round) + ".xml", throughTheCodec(ctx, text));
+    judge.add("read-" + std::to_string(round), text);
+    judge.add("written-" + std::to_string(round), throughTheCodec(ctx, text));
     if (testing::Test::HasFailure()) return;
   }
-  const auto accepted = verdicts(folder, schemaFile);
-  if (accepted.empty()) GTEST_SKIP() << "there is no xmllint to ask";
+  const auto accepted = judge.verdicts();
   ASSERT_EQ(accepted.size(), size_t{2 * count});
   int refused = 0;
   for (int round = 0; round < count; ++round) {

@@ -46,19 +46,4 @@ void expectEmpty(const RtxList &list) {
   EXPECT_EQ(list.tail, nullptr);
 }
 
-RtxXmlString Builder::text(std::string_view text, bool cdata) {
-  const char *copy = rtxUTF8Strdup(ctx, std::string(text).c_str());
-  if (copy == nullptr) outOfMemory = true;
-  return {cdata, copy};
-}
-
-void Builder::foreign(RtxList &list, std::string_view element) {
-  if (auto *entry = appended<RtxXmlString>(list)) *entry = text(element);
-}
-
-void Builder::declare(RtxNsDeclList &list, const char *prefix, const char *uri) {
-  if (auto *entry = appended<RtxNsDecl>(list.items))
-    *entry = {prefix == nullptr ? nullptr : text(prefix).value, text(uri).value};
-}
-
 } // namespace support

@@ -40,34 +40,4 @@ void addAttribute(RuntimeContext *ctx, RtxAttrList &list, const char *name, cons
 void expectEmpty(const RtxXmlString &text);
 void expectEmpty(const RtxList &list);
 
-// Puts members into records, as copies on the context's heap, where storage may give out.
-class Builder {
-public:
-  explicit Builder(RuntimeContext *context) : ctx(context) {}
-
-  RtxXmlString text(std::string_view text, bool cdata = false);
-  void foreign(RtxList &list, std::string_view element);
-  void declare(RtxNsDeclList &list, const char *prefix, const char *uri);
-
-  bool failed() const { return outOfMemory; } // something is missing
-
-protected:
-  // A new item at the end of a list, all zero; null if there is no storage.
-  template <typename T> T *appended(RtxList &list) {
-    auto *item = static_cast<T *>(rtxMemHeapAlloc(ctx, sizeof(T)));
-    if (item != nullptr && rtxDListAppend(ctx, &list, item) != nullptr) {
-      *item = {};
-      return item;
-    }
-    rtxMemHeapFreePtr(ctx, item);
-    outOfMemory = true;
-    return nullptr;
-  }
-
-  RuntimeContext *ctx;
-
-private:
-  bool outOfMemory = false;
-};
-
 } // namespace support

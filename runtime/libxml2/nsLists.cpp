@@ -22,9 +22,12 @@ void freeDeclaration(RuntimeContext *ctx, RtxNsDecl *declaration) {
 } // namespace
 
 int addDeclaration(RuntimeContext *ctx, RtxNsDeclList *list, const char *prefix, const char *uri) {
+  const char *const wanted = orEmpty(prefix);
   for (const RtxListNode *node = list->items.head; node != nullptr; node = node->next) {
     const RtxNsDecl *present = static_cast<const RtxNsDecl *>(node->data);
-    if (present != nullptr && strcmp(orEmpty(present->prefix), orEmpty(prefix)) == 0) return 0;
+    if (present == nullptr) continue;
+    const char *const name = orEmpty(present->prefix);
+    if (*name == *wanted && strcmp(name, wanted) == 0) return 0; // a tag may have many, and few begin alike
   }
   RtxNsDecl *added = static_cast<RtxNsDecl *>(rtxMemHeapAlloc(ctx, sizeof(RtxNsDecl)));
   if (added == nullptr) return STATUS_NO_MEMORY;

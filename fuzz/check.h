@@ -3,17 +3,26 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <string_view>
+#include <string>
 
 namespace fuzz {
 
-inline void require(bool holds, const char *promise, std::string_view detail = {}) {
-  if (holds) [[likely]]
-    return;
+[[noreturn, gnu::cold]] inline void broken(const char *promise, const std::string &detail) {
   std::fprintf(stderr, "broken promise: %s\n", promise);
   std::fwrite(detail.data(), 1, detail.size(), stderr);
   std::fputc('\n', stderr);
   std::abort();
+}
+
+// detail: called for what else to tell of a broken promise.
+template <class Detail> void require(bool holds, const char *promise, Detail detail) {
+  if (!holds) [[unlikely]]
+    broken(promise, std::string(detail()));
+}
+
+inline void require(bool holds, const char *promise) {
+  if (!holds) [[unlikely]]
+    broken(promise, {});
 }
 
 } // namespace fuzz

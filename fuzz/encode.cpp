@@ -1,5 +1,6 @@
-// A record made at random from the tables and damaged: texts that are no UTF-8 or missing, codes and selectors without
-// a meaning, numbers out of range. It is encoded, into all room or little, with allocations that fail.
+// A record made at random from the tables and damaged: texts that are no UTF-8 or missing, codes, selectors and
+// presence bits without a meaning, names that are none, numbers out of range. It is printed and encoded, into all room
+// or little, with allocations that fail.
 #include "Catalogue.h"
 #include "Engines.h"
 #include "Member.h"
@@ -7,7 +8,6 @@
 #include "rtxMemory.h"
 #include "world.h"
 
-#include <cmath>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -21,8 +21,10 @@ class Filler {
 public:
   Filler(RuntimeContext *context, Bytes source) : ctx(context), bytes(source) {}
 
-  // Attributes are written byte by byte, whatever they are.
-  bool allUtf8() const { return onlyUtf8; }
+  // Attributes are written byte by byte, whatever they are beyond ASCII.
+  bool attributesAreUtf8() const { return utf8; }
+  // Foreign attributes are written by the names that they have, whether their prefixes are declared or not.
+  bool namesArePlain() const { return plain; }
 
   void fill(const TypeSchema &type, void *record) {
     if (++depth > 8) {
@@ -36,9 +38,10 @@ public:
       for (const Field &field : fieldsOf(type)) {
         const bool optional = field.bit != 0 && !has(field, required);
         if (optional && bytes.below(2) == 0) continue;
-        if (optional) presenceOf(record) |= field.bit;
         fillField(field, record);
+        if (optional) presenceOf(record) |= field.bit;
       }
+      if (has(type, hasPresence) && bytes.below(16) == 15) presenceOf(record) |= bytes.number();
     }
     --depth;
   }
@@ -62,7 +65,9 @@ private:
 
   void fillField(const Field &field, void *record) {
     switch (field.kind) {
-    case Kind::text: memberAt<RtxXmlString>(record, field) = text(); break;
+    case Kind::text:
+      memberAt<RtxXmlString>(record, field) = field.part == Part::attribute ? attributeText() : text();
+      break;
     case Kind::foreign: memberAt<RtxXmlString>(record, field) = foreignElement(); break;
     case Kind::uint32: memberAt<uint32_t>(record, field) = bytes.number() * 65521u; break;
     case Kind::uint16: memberAt<uint16_t>(record, field) = static_cast<uint16_t>(bytes.number()); break;
@@ -73,61 +78,100 @@ private:
     case Kind::record:
     case Kind::choice: fill(*field.type, static_cast<char *>(record) + field.offset); break;
     case Kind::recordList:
-    case Kind::choiceList:
-      for (uint32_t left = bytes.below(4); left != 0; --left) {
-        void *item = newItem(field.type->size);
-        if (!item) return;
-        initRecord(ctx, *field.type, item);
-        fill(*field.type, item);
-        appendItem(ctx, &listAt(record, field), item);
-      }
-      break;
-    case Kind::textList: appendTexts(listAt(record, field), &Filler::text); break;
-    case Kind::foreignList: appendTexts(listAt(record, field), &Filler::foreignElement); break;
+    case Kind::choiceList: fillRecords(*field.type, listAt(record, field)); break;
+    case Kind::textList: fillList<RtxXmlString>(listAt(record, field), [&] { return text(); }); break;
+    case Kind::foreignList: fillList<RtxXmlString>(listAt(record, field), [&] { return foreignElement(); }); break;
     case Kind::attributeList:
-      for (uint32_t left = bytes.below(3); left != 0; --left)
-        if (auto *pair = static_cast<RtxNamePair *>(newItem(sizeof(RtxNamePair)))) {
-          *pair = {copy(left == 1 ? "one" : "two"), text().value};
-          appendItem(ctx, &listAt(record, field), pair);
-        }
+      fillList<RtxNamePair>(listAt(record, field), [&] { return RtxNamePair{name(), attributeText().value}; });
       break;
     case Kind::namespaceList:
-      for (uint32_t left = bytes.below(3); left != 0; --left)
-        if (auto *declaration = static_cast<RtxNsDecl *>(newItem(sizeof(RtxNsDecl)))) {
-          *declaration = {copy(left == 1 ? "p" : "tns"), copy(bytes.below(2) == 0 ? "urn:p" : "urn:q")};
-          appendItem(ctx, &listAt(record, field), declaration);
-        }
+      fillList<RtxNsDecl>(listAt(record, field), [&] { return RtxNsDecl{prefix(), attributeText().value}; });
       break;
     }
   }
 
-  void appendTexts(RtxList &list, RtxXmlString (Filler::*make)()) {
-    for (uint32_t left = bytes.below(4); left != 0; --left)
-      if (auto *item = static_cast<RtxXmlString *>(newItem(sizeof(RtxXmlString)))) {
-        *item = (this->*make)();
-        appendItem(ctx, &list, item);
-      }
+  void fillRecords(const TypeSchema &type, RtxList &list) {
+    for (uint32_t left = bytes.below(4); left != 0; --left) {
+      void *item = newBlock(type.size);
+      if (!item) return;
+      initRecord(ctx, type, item);
+      fill(type, item);
+      if (append(list, item)) continue;
+      discardRecord(ctx, type, item);
+      rtxMemHeapFreePtr(ctx, item);
+    }
   }
 
-  void *newItem(size_t size) {
-    void *item = rtxMemHeapAlloc(ctx, size);
-    if (item) std::memset(item, 0, size);
-    return item;
+  template <class Item, class Make> void fillList(RtxList &list, Make make) {
+    for (uint32_t left = bytes.below(4); left != 0; --left) {
+      auto *item = static_cast<Item *>(newBlock(sizeof(Item)));
+      if (!item) return;
+      *item = make();
+      if (append(list, item)) continue;
+      release(*item);
+      rtxMemHeapFreePtr(ctx, item);
+    }
+  }
+
+  bool append(RtxList &list, void *item) {
+    const uint32_t before = list.count;
+    return appendItem(ctx, &list, item) != before;
+  }
+
+  void release(const RtxXmlString &text) { rtxMemHeapFreePtr(ctx, text.value); }
+  void release(const RtxNamePair &pair) {
+    rtxMemHeapFreePtr(ctx, pair.name);
+    rtxMemHeapFreePtr(ctx, pair.value);
+  }
+  void release(const RtxNsDecl &declaration) {
+    rtxMemHeapFreePtr(ctx, declaration.prefix);
+    rtxMemHeapFreePtr(ctx, declaration.uri);
+  }
+
+  void *newBlock(size_t size) {
+    void *block = rtxMemHeapAlloc(ctx, size);
+    if (block) std::memset(block, 0, size);
+    return block;
   }
 
   const char *copy(std::string_view value) {
-    auto *block = static_cast<char *>(newItem(value.size() + 1));
+    auto *block = static_cast<char *>(newBlock(value.size() + 1));
     if (block) std::memcpy(block, value.data(), value.size());
     return block;
   }
 
-  // Any bytes but NUL, or null.
+  // Any bytes but NUL, or null; a few are longer than what buffers begin with.
   RtxXmlString text() {
     const uint8_t shape = bytes.byte();
     if (shape == 0) return {false, nullptr};
-    const RtxXmlString made = {(shape & 0x80) != 0, copy(bytes.take(shape & 0x1F))};
-    onlyUtf8 = onlyUtf8 && rtxValidateUTF8(ctx, made.value) == 0;
+    const std::string_view piece = bytes.take(shape & 0x1F);
+    std::string value(piece);
+    if ((shape & 0x7F) == 0x7F)
+      for (int i = 0; i < 40; ++i)
+        value += piece;
+    return {(shape & 0x80) != 0, copy(value)};
+  }
+
+  RtxXmlString attributeText() {
+    const RtxXmlString made = text();
+    utf8 = utf8 && rtxValidateUTF8(ctx, made.value) == 0;
     return made;
+  }
+
+  const char *name() {
+    static constexpr std::string_view names[] = {"one", "two", "p:one", "xml:lang", "xmlns:p", "xmlns", "a b", ""};
+    const uint32_t which = bytes.below(10);
+    if (which == 9) return nullptr;
+    const std::string_view made = which == 8 ? bytes.take(bytes.below(8)) : names[which];
+    plain = plain && made.find(':') == made.npos;
+    return copy(made);
+  }
+
+  const char *prefix() {
+    static constexpr std::string_view prefixes[] = {"p", "q", "tns", "cp", "", "xml", "xmlns", "a b"};
+    const uint32_t which = bytes.below(10);
+    if (which == 9) return nullptr;
+    return copy(which == 8 ? bytes.take(bytes.below(8)) : prefixes[which]);
   }
 
   RtxXmlString foreignElement() {
@@ -139,7 +183,8 @@ private:
 
   RtxHexBinary hexBytes() {
     const std::string_view value = bytes.take(bytes.below(20));
-    return {static_cast<uint32_t>(value.size()), reinterpret_cast<const uint8_t *>(copy(value))};
+    const auto *block = reinterpret_cast<const uint8_t *>(copy(value));
+    return {block ? static_cast<uint32_t>(value.size()) : 0, block};
   }
 
   uint16_t code() { return static_cast<uint16_t>(bytes.below(12) == 11 ? bytes.number() : bytes.below(3)); }
@@ -154,47 +199,62 @@ private:
   RuntimeContext *ctx;
   Bytes bytes;
   int depth = 0;
-  bool onlyUtf8 = true;
+  bool utf8 = true;
+  bool plain = true;
 };
+
+// With a letter for each byte beyond ASCII.
+std::string inAscii(std::string_view text) {
+  std::string ascii(text);
+  for (char &byte : ascii)
+    if (static_cast<unsigned char>(byte) >= 0x80) byte = 'x';
+  return ascii;
+}
+
+void requireGoodXml(std::string_view text, const Filler &filler) {
+  const auto told = [&] { return text; };
+  const Xml verdict = judge(filler.attributesAreUtf8() ? std::string(text) : inAscii(text));
+  require(verdict != Xml::broken, "what is written is well-formed", told);
+  require(verdict == Xml::namespaced || !filler.namesArePlain(), "what is written declares its prefixes", told);
+}
 
 } // namespace
 
-// The first bytes are the choices, the rest makes the record.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
-  Bytes bytes(data, size);
-  const uint8_t choices[] = {0, static_cast<uint8_t>(1 + bytes.byte() % 27), 0, 0, 0, 0, 0, bytes.byte(), bytes.byte()};
-  const uint32_t room = bytes.number();
-  const bool preset = bytes.below(4) == 1;
-  const Input input(choices, sizeof choices);
+  const Input input(data, size);
   World world(input);
   if (!world) return 0;
   const DocumentSchema &document = *input.document;
-  std::vector<char> buffer(room % 4096);
+  std::vector<char> buffer(input.room);
   {
     Value value(world, document);
-    Filler filler(world, bytes);
+    Filler filler(world, Bytes(input.body));
     if (document.type) {
       ims::initRecord(world, *document.type, value.data());
       filler.fill(*document.type, value.data());
     } else {
       filler.fillSimple(document.simple->kind, value.data());
     }
-    if (preset) world->flags |= NamespacesPreset;
-    int status = room == 0 ? rtxSetOutputDynamic(world) : rtxSetOutput(world, buffer.data(), buffer.size());
-    if (status == 0) status = ims::encodeDocument(world, document, value.data());
-    require(status == 0 || rtxErrCount(world) > 0 || input.failingAllocation != 0, "a failure is recorded");
-    size_t length = 0;
-    const char *output = rtxGetOutput(world, &length);
-    if (status == 0)
-      require(judge({output, length}) == Xml::namespaced || !filler.allUtf8(),
-              "what is written is well-formed with its namespaces", {output, length});
-    require(status != 0 || room == 0 || length < buffer.size(), "there is room for the closing NUL");
-    world->flags &= ~uint32_t{NamespacesPreset};
     value.printed();
+    if (input.namespacesPreset) world->flags |= NamespacesPreset;
+    int status = input.room == 0 ? rtxSetOutputDynamic(world) : rtxSetOutput(world, buffer.data(), buffer.size());
+    if (status == 0) {
+      status = ims::encodeDocument(world, document, value.data());
+      require(status == 0 || rtxErrCount(world) > 0, "a failure is recorded");
+      size_t length = 0;
+      const char *output = rtxGetOutput(world, &length);
+      require(length <= (input.room == 0 ? length : buffer.size()), "a document stays in its room");
+      if (status == 0) {
+        require(std::strlen(output) == length, "a document ends with a NUL");
+        requireGoodXml({output, length}, filler);
+        const bool declared = input.namespacesPreset || !filler.attributesAreUtf8() || !filler.namesArePlain();
+        require(declared || hasRootOf(document, output), "a root is of its document's namespace",
+                [&] { return output; });
+      }
+    }
+    world->flags &= ~uint32_t{NamespacesPreset};
   }
-  RtxHeapStats stats;
-  rtxHeapStats(world, &stats);
-  require(stats.blocks == 0 || input.failingAllocation != 0, "an encoder leaves nothing on the heap");
+  world.requireNothingLeft();
   world.requireUsable();
   return 0;
 }

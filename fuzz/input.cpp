@@ -30,6 +30,15 @@ const DocumentSchema &documentOf(std::string_view body) {
   return documentAt(name.size());
 }
 
+constexpr std::string_view separator = "\xFF\xFF";
+
+enum Switch : uint8_t {
+  InPlace = 1,
+  FreshContext = 2,
+  NamespacesDeclared = 4,
+  FailingOnwards = 8
+};
+
 } // namespace
 
 std::string_view Bytes::take(size_t length) {
@@ -40,20 +49,45 @@ std::string_view Bytes::take(size_t length) {
   return taken;
 }
 
-Input::Input(const uint8_t *data, size_t size) : body(reinterpret_cast<const char *>(data), size) {
-  const size_t nul = body.rfind('\0');
-  Bytes choices(nul == body.npos ? std::string_view() : body.substr(nul + 1));
-  if (nul != body.npos) body = body.substr(0, nul);
+Input::Input(const uint8_t *data, size_t size) : Input(std::string_view(reinterpret_cast<const char *>(data), size)) {}
+
+Input::Input(std::string_view text) : body(text.substr(0, text.find(separator))) {
+  const size_t behind = body.size() + separator.size();
+  Bytes choices(behind < text.size() ? text.substr(behind) : std::string_view());
   const uint8_t kind = choices.byte();
   document = kind == 0 ? &documentOf(body) : &documentAt(kind - 1u);
-  inPlace = (choices.byte() & 1) != 0;
+  choose(choices);
+}
+
+Input::Input(std::string_view text, const DocumentSchema &schema) : body(text), document(&schema) { choose(Bytes({})); }
+
+template <class Limit> void Input::choose(Limit &limit, Limit least, Limit step, Bytes &choices) {
+  const uint8_t choice = choices.byte();
+  if (choice == 0) return;
+  limit = least + step * (choice - 1u);
+  limited = true;
+}
+
+void Input::choose(Bytes choices) {
+  const uint8_t switches = choices.byte();
+  inPlace = (switches & InPlace) != 0;
+  freshContext = (switches & FreshContext) != 0;
+  namespacesPreset = (switches & NamespacesDeclared) != 0;
+  failingOnwards = (switches & FailingOnwards) != 0;
   pieceLength = choices.byte();
-  heapLimit = size_t{choices.byte()} * 96;
-  if (const uint8_t errors = choices.byte()) errorLimit = errors - 1u;
-  depthLimit = choices.byte();
-  failingAllocation = choices.number();
-  failingOnwards = (failingAllocation & 0x8000) != 0;
-  failingAllocation &= 0x7FFF;
+  failingAllocation = static_cast<uint16_t>(choices.number());
+  room = static_cast<uint16_t>(choices.number());
+  rtxOptionsInit(&options);
+  // Each limit lets the smallest document through; see World::requireUsable.
+  choose(options.heapLimit, size_t{64}, size_t{64}, choices);
+  choose(options.inputLimit, size_t{18}, size_t{16}, choices);
+  choose(options.depthLimit, 1u, 1u, choices);
+  choose(options.attributeLimit, 0u, 1u, choices);
+  choose(options.nameLimit, 1u, 1u, choices);
+  choose(options.tagLimit, size_t{0}, size_t{16}, choices);
+  choose(options.textLimit, size_t{1}, size_t{8}, choices);
+  choose(options.errorLimit, 0u, 1u, choices);
+  choose(options.errorsKept, 0u, 1u, choices);
 }
 
 } // namespace fuzz

@@ -80,13 +80,13 @@ bool appendEscaped(AnyHandler &self, Text text, Escape escape) {
     while (text.length != 0) { // up to the next ASCII character that needs no look
       to = room(self, longestEscape);
       if (to == nullptr) return false;
-      const Escaped escaped = escapeFirst(text.bytes, text.length, escape);
+      Escaped escaped = escapeFirst(text.bytes, text.length, escape);
+      if (escaped.taken == 0) escaped = {text.bytes, 1, 1}; // a piece of text may end inside a character
       for (size_t i = 0; i < escaped.length; i++)
         to[i] = escaped.bytes[i];
       self.length += escaped.length;
-      const size_t taken = escaped.taken == 0 ? 1 : escaped.taken; // the parser delivers nothing else
-      text.bytes += taken;
-      text.length -= taken;
+      text.bytes += escaped.taken;
+      text.length -= escaped.taken;
       if (escaped.taken == 1 && escaped.bytes == text.bytes - 1) break;
     }
   }

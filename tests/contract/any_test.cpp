@@ -225,6 +225,24 @@ TEST(Capture, CutOffLeavesItsEntryAndItsStorageToTheOwner) {
   }
 }
 
+TEST(Capture, OfTextInPiecesIsTheSameWhereverItIsCut) {
+  constexpr std::string_view text = "a\xC3\xA9<\xE2\x82\xAC&\xF0\x9F\x98\x80>";
+  for (size_t first = 0; first <= text.size(); ++first) {
+    for (size_t second = first; second <= text.size(); ++second) {
+      Context ctx;
+      WildcardHost host(ctx);
+      host.handler.startElement(&host, "r", "r", nullptr);
+      host.handler.startElement(&host, "e", "e", nullptr);
+      for (const std::string_view piece :
+           {text.substr(0, first), text.substr(first, second - first), text.substr(second)})
+        host.handler.characters(&host, piece.data(), piece.size());
+      host.handler.endElement(&host, "e", "e");
+      host.handler.endElement(&host, "r", "r");
+      ASSERT_EQ(host.captured(), "<e>a\xC3\xA9&lt;\xE2\x82\xAC&amp;\xF0\x9F\x98\x80&gt;</e>") << first << " " << second;
+    }
+  }
+}
+
 TEST(Capture, WithoutStorageNeverPassesAPartForTheWhole) {
   const std::string document =
       "<r xmlns:x='urn:x'><x:a k='1'>" + std::string(3000, 't') + "<x:b><c>&lt;</c></x:b></x:a></r>";

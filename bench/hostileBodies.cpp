@@ -350,8 +350,8 @@ void addMarkup(std::vector<HostileShape> &to) {
       {"comment", "one comment with hyphens, beyond ASCII", d, 0, repeat(root().inside("<!--", "x-->"), "-\xC3\xA9")});
   to.push_back({"instructions-warned", "processing instructions whose names libxml2 warns about", d, 0,
                 repeat(root(), "<?xmla?>")});
-  to.push_back(
-      {"instructions-colon", "processing instructions with a colon in their names", d, 0, repeat(root(), "<?a:?>")});
+  to.push_back({"instructions-colon", "processing instructions with a colon in their names", d, STATUS_PARSE_FAILED,
+                repeat(root(), "<?a:?>")});
   to.push_back({"tag-blanks", "blanks in a start tag", d, 0, once(root(), "<x:e", ' ', "/>")});
   to.push_back(
       {"prolog", "processing instructions ahead of the root", d, 0,

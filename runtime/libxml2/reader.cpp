@@ -302,10 +302,17 @@ void onStartDocument(void *user) {
   reader.missesUncounted = reader.internals.options.nameLimit;
 }
 
-// Its name is in the dictionary now.
-void onProcessingInstruction(void *user, const xmlChar *, const xmlChar *) {
+// Its name is in the dictionary now, and must have no colon: the parser has much to say about each that it meets.
+void onProcessingInstruction(void *user, const xmlChar *name, const xmlChar *) {
   RtSaxReader &reader = *static_cast<RtSaxReader *>(user);
-  if (!stopped(reader)) countNames(reader, position(reader));
+  if (stopped(reader)) return;
+  if (strchr(asText(name), ':') == nullptr) {
+    countNames(reader, position(reader));
+    return;
+  }
+  recordReason(reader, "a colon in the name of a processing instruction", startOfTag(reader, position(reader)),
+               lineNamespaces);
+  xmlStopParser(reader.parser);
 }
 
 void onDocumentType(void *user, const xmlChar *, const xmlChar *, const xmlChar *) {

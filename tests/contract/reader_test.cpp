@@ -201,6 +201,7 @@ const Refused refused[] = {
     {"TwoColons", "<a:b:c/>"},
     {"ColonAtEnd", "<a:/>"},
     {"ColonAtStart", "<:a/>"},
+    {"ColonInAnInstruction", "<a><?p:q r?></a>"},
     {"ColonAlone", "<:/>"},
     {"TwoColonsInAttribute", "<a b:c:d='1'/>"},
     {"ColonAtEndOfAttribute", "<a b:='1'/>"},

@@ -154,7 +154,9 @@ private:
 
   RtxXmlString attributeText() {
     const RtxXmlString made = text();
-    utf8 = utf8 && rtxValidateUTF8(ctx, made.value) == 0;
+    const std::string_view value = made.value == nullptr ? std::string_view() : made.value;
+    const bool isXml = value.find("\xEF\xBF\xBE") == value.npos && value.find("\xEF\xBF\xBF") == value.npos;
+    utf8 = utf8 && isXml && rtxValidateUTF8(ctx, made.value) == 0;
     return made;
   }
 

@@ -544,7 +544,7 @@ int rtSaxCParse(RtSaxReader *reader) {
   reader->lines = {};
   reader->found = {};
   // The rest is for the fragments themselves. What does not fit is not copied again for each further fragment.
-  reader->fragment.borrowable = reader->internals.options.heapLimit / 4;
+  reader->fragment.borrowable = reader->internals.options.heapLimit / 8;
   reader->status = 0;
   reader->current = reader->elements;
   reader->skipped = nullptr;

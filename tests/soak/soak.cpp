@@ -50,7 +50,7 @@ void require(bool holds, const char *promise, std::string_view detail = "") {
 }
 
 struct Counts {
-  unsigned long decoded, notDecoded, validated, notValidated, encoded, notEncoded, refused, resets, renewed;
+  unsigned long long decoded, notDecoded, validated, notValidated, encoded, notEncoded, refused, resets, renewed;
 } counts;
 
 // ---- Storage
@@ -228,12 +228,12 @@ void work(Random &random, RuntimeContext *ctx, const Sample &sample, const std::
 }
 
 void printCounts(std::chrono::seconds passed) {
-  std::fprintf(report,
-               "%llds: %lu decoded, %lu not; %lu validated, %lu not; %lu encoded, %lu not; %lu allocations refused, "
-               "%lu resets, %lu contexts renewed; %zu KiB resident\n",
-               static_cast<long long>(passed.count()), counts.decoded, counts.notDecoded, counts.validated,
-               counts.notValidated, counts.encoded, counts.notEncoded, counts.refused, counts.resets, counts.renewed,
-               residentBytes() / 1024);
+  std::fprintf(
+      report,
+      "%llds: %llu decoded, %llu not; %llu validated, %llu not; %llu encoded, %llu not; %llu allocations refused, "
+      "%llu resets, %llu contexts renewed; %zu KiB resident\n",
+      static_cast<long long>(passed.count()), counts.decoded, counts.notDecoded, counts.validated, counts.notValidated,
+      counts.encoded, counts.notEncoded, counts.refused, counts.resets, counts.renewed, residentBytes() / 1024);
   std::fflush(report);
 }
 

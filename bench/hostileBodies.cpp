@@ -441,7 +441,7 @@ const std::vector<GreedySpelling> &greedySpellings() {
        "/dialog-info/dialog"},
       {"dialogs-shortest", &dialogInfo, root().opening, "<dialog/>", root().ending, 100000, STATUS_MISSING_ATTRIBUTE,
        nullptr},
-      {"hops", &dialogInfo, inRouteSet().opening, "<hop/>", inRouteSet().ending, 1000000, STATUS_NO_MEMORY,
+      {"hops", &dialogInfo, inRouteSet().opening, "<hop/>", inRouteSet().ending, 2000000, STATUS_NO_MEMORY,
        "/dialog-info/dialog/route-set/hop"},
       {"foreign", &dialogInfo, prefixedRoot().opening, "<e/>", prefixedRoot().ending, 1000000, STATUS_NO_MEMORY,
        "/d:dialog-info/e"},

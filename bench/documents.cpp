@@ -71,6 +71,12 @@ constexpr std::string_view dialogEnd = R"(    <cseq>####</cseq>
 </dialog>
 )";
 
+constexpr std::string_view smallDialog = R"(<dialog id="d####" call-id="b7c2f094e1d3####@pbx.office.example.org">
+  <state>confirmed</state>
+  <duration>####</duration>
+</dialog>
+)";
+
 // A rule set of 1,360 bytes with prefixed names, as a presence client keeps it.
 constexpr std::string_view ruleset = R"(<?xml version="1.0" encoding="UTF-8"?>
 <cr:ruleset xmlns:cr="urn:ietf:params:xml:ns:common-policy" xmlns:pr="urn:ietf:params:xml:ns:pres-rules">
@@ -227,6 +233,15 @@ Document document(std::string_view name, std::string body, unsigned elements) {
 
 } // namespace
 
+std::string fullDialogs(unsigned dialogs) { return dialogInfo(dialogs, ""); }
+
+std::string smallDialogs(unsigned dialogs) {
+  std::string body(dialogInfoStart);
+  for (unsigned i = 1; i <= dialogs; ++i)
+    body.append(numbered(smallDialog, i));
+  return body.append(dialogInfoEnd);
+}
+
 #define DOCUMENT(name, T, root, body, elements)                                                                        \
   document<T, QxXmlD_##root, QxXmlV_##root, QxXmlE_##root, QxMemFree_##T>(name, std::string(body), elements)
 
@@ -235,7 +250,7 @@ const std::vector<Document> &allDocuments() {
       DOCUMENT("a", tns__isComposing, tns_isComposing, composing, 4),
       DOCUMENT("b", tns__dialog_info, tns_dialog_info, dialogInfo(1, sessionDescription), 19),
       DOCUMENT("c", cp__ruleset, cp_ruleset, ruleset, 27),
-      DOCUMENT("d", tns__dialog_info, tns_dialog_info, dialogInfo(1000, ""), 17001),
+      DOCUMENT("d", tns__dialog_info, tns_dialog_info, fullDialogs(1000), 17001),
       DOCUMENT("e", poc_settingsType, poc_settings, settings, 10),
       DOCUMENT("f", FilterSetType, filter_set, filterSet, 15),
       DOCUMENT("g", tIMS3GPP, ims_3gpp, alternative, 5),

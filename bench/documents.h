@@ -27,4 +27,8 @@ struct Document {
 
 const std::vector<Document> &allDocuments();
 
+// Dialog state of any size: with all that a dialog can have but a session description, and with little.
+std::string fullDialogs(unsigned dialogs);
+std::string smallDialogs(unsigned dialogs);
+
 } // namespace bench

@@ -1,6 +1,6 @@
 // Runs one workload a number of times, for a tool that counts instructions around it. Prints the bytes of one run, and
 // what storage it took. Without arguments it lists what there is to be measured.
-#include "workloads.h"
+#include "rivals.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -28,10 +28,13 @@ int main(int argc, char **argv) {
     std::fprintf(stderr, "usage: %s [DOCUMENT WORKLOAD TIMES]\n", argv[0]);
     return 2;
   }
+  const std::vector<NamedWorkload> workloads = bench::everyWorkload();
   for (const Document &document : bench::allDocuments()) {
-    for (const NamedWorkload &workload : bench::allWorkloads()) {
+    for (const NamedWorkload &workload : workloads) {
+      if (!workload.handles(document)) continue;
       if (argc == 1) {
-        std::printf("%s %s %zu\n", document.name.data(), workload.name.data(), document.body.size());
+        std::printf("%s %s %zu %s\n", document.name.data(), workload.name.data(), document.body.size(),
+                    workload.isRival ? "rival" : "ours");
         continue;
       }
       if (document.name != argv[1] || workload.name != argv[2]) continue;

@@ -33,6 +33,10 @@ public:
 struct NamedWorkload {
   std::string_view name;
   std::unique_ptr<Workload> (*make)(const Document &document);
+  bool isRival = false;
+  std::string_view documents = "abcdefgh"; // that it can handle
+
+  bool handles(const Document &document) const { return documents.find(document.name) != std::string_view::npos; }
 };
 
 // The parser alone, with callbacks that do nothing: what everything else is compared with.

@@ -1,5 +1,6 @@
-// Which allocations fail. There is one plan, and every allocator of the tests asks it: that of a Context, and, in
-// executables linked with imscodec_wrap_system_allocator, the malloc of everything that is linked statically.
+// Which allocations fail. There is one plan, and every allocator of the tests asks it: that of a Context, in
+// executables linked with imscodec_wrap_system_allocator the malloc of everything that is linked statically, and in
+// those linked with imscodec_wrap_scarce_runtime the runtime's functions that need storage.
 #pragma once
 
 #include <cstddef>

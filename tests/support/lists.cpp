@@ -23,11 +23,13 @@ RtxXmlString xmlString(RuntimeContext *ctx, std::string_view text, bool cdata) {
   return {cdata, rtxUTF8Strdup(ctx, std::string(text).c_str())};
 }
 
-void addForeign(RuntimeContext *ctx, RtxAnyList &list, const char *element) {
+void addText(RuntimeContext *ctx, RtxList &list, const char *text) {
   auto *entry = static_cast<RtxXmlString *>(rtxMemHeapAlloc(ctx, sizeof(RtxXmlString)));
-  *entry = {false, rtxUTF8Strdup(ctx, element)};
-  rtxDListAppend(ctx, &list.items, entry);
+  *entry = {false, rtxUTF8Strdup(ctx, text)};
+  rtxDListAppend(ctx, &list, entry);
 }
+
+void addForeign(RuntimeContext *ctx, RtxAnyList &list, const char *element) { addText(ctx, list.items, element); }
 
 void addAttribute(RuntimeContext *ctx, RtxAttrList &list, const char *name, const char *value) {
   auto *pair = static_cast<RtxNamePair *>(rtxMemHeapAlloc(ctx, sizeof(RtxNamePair)));
@@ -38,6 +40,11 @@ void addAttribute(RuntimeContext *ctx, RtxAttrList &list, const char *name, cons
 void expectEmpty(const RtxXmlString &text) {
   EXPECT_FALSE(text.cdata);
   EXPECT_EQ(text.value, nullptr);
+}
+
+void expectEmpty(const RtxHexBinary &bytes) {
+  EXPECT_EQ(bytes.length, 0u);
+  EXPECT_EQ(bytes.bytes, nullptr);
 }
 
 void expectEmpty(const RtxList &list) {

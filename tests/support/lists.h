@@ -23,6 +23,13 @@ template <typename Item, typename Use> void forEachItem(const RtxList &list, con
   EXPECT_EQ(list.count, count);
 }
 
+// The items of such a list.
+template <typename Item> std::vector<const Item *> itemsOf(const RtxList &list) {
+  std::vector<const Item *> all;
+  forEachItem<const Item>(list, [&](const Item &item) { all.push_back(&item); });
+  return all;
+}
+
 // A text as a person can compare it, null as "-".
 std::string orDash(const char *text);
 
@@ -34,10 +41,12 @@ std::string extraTexts(const RtxAnyList &elements, const RtxAttrList &attributes
 
 // Heap copies, as a decoder makes them.
 RtxXmlString xmlString(RuntimeContext *ctx, std::string_view text, bool cdata = false);
-void addForeign(RuntimeContext *ctx, RtxAnyList &list, const char *element); // null: an entry without text
+void addText(RuntimeContext *ctx, RtxList &list, const char *text); // null: an entry without text
+void addForeign(RuntimeContext *ctx, RtxAnyList &list, const char *element);
 void addAttribute(RuntimeContext *ctx, RtxAttrList &list, const char *name, const char *value);
 
 void expectEmpty(const RtxXmlString &text);
+void expectEmpty(const RtxHexBinary &bytes);
 void expectEmpty(const RtxList &list);
 
 } // namespace support

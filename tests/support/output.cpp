@@ -63,4 +63,11 @@ void everyOutputSize(const Encode &encode) {
   }
 }
 
+size_t occurrences(const std::string &text, const std::string &part) {
+  size_t count = 0;
+  for (size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+    ++count;
+  return count;
+}
+
 } // namespace support

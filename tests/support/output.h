@@ -24,4 +24,6 @@ std::string withoutDeclaration(const std::string &document);
 // text, and touches nothing behind the buffer.
 void everyOutputSize(const Encode &encode);
 
+size_t occurrences(const std::string &text, const std::string &part);
+
 } // namespace support

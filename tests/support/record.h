@@ -1,10 +1,12 @@
 // Records of any type: the functions that the library has for it, and a record on a context.
 #pragma once
 
+#include "capture.h"
 #include "rtx.h"
 
 #include <cstring>
 #include <gtest/gtest.h>
+#include <string>
 
 namespace support {
 
@@ -53,6 +55,25 @@ template <typename... Types, typename Test> void forEachType(const Test &test) {
     test.template operator()<T>();
   };
   (run.template operator()<Types>(), ...);
+}
+
+// What the record's print function writes.
+template <typename T> std::string printed(const char *name, const T &record) {
+  return captureStdout([&] { EXPECT_EQ(Functions<T>::print(name, &record), 0); });
+}
+template <typename T> std::string printed(const char *name, const T *record) { return printed(name, *record); }
+
+// Storage for a record that has the pattern in it, the bytes of such storage, and whether they are the pattern still.
+template <typename T> T patterned() {
+  T record;
+  std::memset(static_cast<void *>(&record), pattern, sizeof record);
+  return record;
+}
+template <typename T> std::string bytesOf(const T &record) {
+  return {reinterpret_cast<const char *>(&record), sizeof record};
+}
+template <typename T> bool untouched(const T &record) {
+  return bytesOf(record) == std::string(sizeof record, static_cast<char>(pattern));
 }
 
 // A record in storage that had a pattern in it, so that a member that nobody wrote shows. Released at its end if it is

@@ -405,7 +405,7 @@ std::string dump(const tns__session &record) {
 std::string dump(const tns__debugconfig &record) {
   Dump all;
   all.add("aor", record.tns_aor);
-  for (const auto *session : items<tns__session>(record.tns_session))
+  for (const auto *session : itemsOf<tns__session>(record.tns_session))
     all.addWithin("session", dump(*session));
   return all.all;
 }
@@ -414,9 +414,9 @@ std::string dump(const tns__debuginfo &record) {
   Dump all;
   all.add("version", record.tns_version, 0xA5A5A5A5);
   all.add("state", record.tns_state, 0xA5A5);
-  for (const auto *config : items<tns__debugconfig>(record.tns_debugconfig))
+  for (const auto *config : itemsOf<tns__debugconfig>(record.tns_debugconfig))
     all.addWithin("debugconfig", dump(*config));
-  for (const auto *entry : items<RtxXmlString>(record.anyElems.items))
+  for (const auto *entry : itemsOf<RtxXmlString>(record.anyElems.items))
     all.add("any", *entry);
   return all.all;
 }

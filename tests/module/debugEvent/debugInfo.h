@@ -6,6 +6,7 @@
 #include "documentReading.h"
 #include "documents.h"
 #include "errors.h"
+#include "lists.h"
 #include "output.h"
 
 #include <gtest/gtest.h>
@@ -17,6 +18,8 @@ namespace debugInfo {
 
 using namespace std::string_literals;
 using namespace std::string_view_literals;
+
+using support::itemsOf;
 
 inline constexpr const char *namespaceUri = "urn:ietf:params:xml:ns:debuginfo";
 
@@ -148,19 +151,6 @@ std::string dump(const tns__session &record);
 std::string dump(const tns__debugconfig &record);
 std::string dump(const tns__debuginfo &record);
 std::string dump(const Document &document, const Value &value);
-
-template <typename Item> std::vector<const Item *> items(const RtxList &list) {
-  std::vector<const Item *> all;
-  const RtxListNode *last = nullptr;
-  for (const RtxListNode *node = list.head; node != nullptr; node = node->next) {
-    EXPECT_EQ(node->prev, last);
-    last = node;
-    all.push_back(static_cast<const Item *>(node->data));
-  }
-  EXPECT_EQ(list.tail, last);
-  EXPECT_EQ(list.count, all.size());
-  return all;
-}
 
 // ---- Reading and writing ----------------------------------------------------------------------------------------
 

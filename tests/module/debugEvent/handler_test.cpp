@@ -379,17 +379,17 @@ TEST(FillingHandler, ListItemsEnterTheirListAtTheirStart) {
   told.start("debuginfo", info);
   told.start("debugconfig");
   ASSERT_EQ(told.value->debuginfo.tns_debugconfig.count, 1u);
-  const auto &config = *items<tns__debugconfig>(told.value->debuginfo.tns_debugconfig)[0];
+  const auto &config = *itemsOf<tns__debugconfig>(told.value->debuginfo.tns_debugconfig)[0];
   EXPECT_EQ(dump(config), "aor=-");
   told.start("session");
   ASSERT_EQ(config.tns_session.count, 1u);
-  EXPECT_EQ(items<tns__session>(config.tns_session)[0]->tns_control.tns_depth, 0u)
+  EXPECT_EQ(itemsOf<tns__session>(config.tns_session)[0]->tns_control.tns_depth, 0u)
       << "cleared before it is initialised";
   told.end("session");
   told.end("debugconfig");
   EXPECT_EQ(told.start("mood"), 0);
   ASSERT_EQ(told.value->debuginfo.anyElems.items.count, 1u);
-  EXPECT_EQ(items<RtxXmlString>(told.value->debuginfo.anyElems.items)[0]->value, nullptr);
+  EXPECT_EQ(itemsOf<RtxXmlString>(told.value->debuginfo.anyElems.items)[0]->value, nullptr);
   EXPECT_EQ(told.text("happy"), 0);
   EXPECT_EQ(ctx->state, XMLSTATE_IN_ELEMENT);
   told.start("very");

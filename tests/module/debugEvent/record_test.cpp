@@ -7,6 +7,7 @@
 using namespace debugInfo;
 using support::captureStdout;
 using support::Context;
+using support::expectEmpty;
 using support::HeapBalance;
 
 namespace {
@@ -16,42 +17,26 @@ namespace {
 constexpr uint32_t pattern32 = 0xA5A5A5A5u;
 constexpr uint16_t pattern16 = 0xA5A5u;
 
-void expectUnset(const RtxXmlString &text) {
-  EXPECT_FALSE(text.cdata);
-  EXPECT_EQ(text.value, nullptr);
-}
-
-void expectUnset(const RtxHexBinary &bytes) {
-  EXPECT_EQ(bytes.length, 0u);
-  EXPECT_EQ(bytes.bytes, nullptr);
-}
-
-void expectEmpty(const RtxList &list) {
-  EXPECT_EQ(list.count, 0u);
-  EXPECT_EQ(list.head, nullptr);
-  EXPECT_EQ(list.tail, nullptr);
-}
-
 void expectInitial(const tns__start_trigger &record) {
   EXPECT_EQ(record.m, 0u);
   for (const RtxXmlString &text :
        {record.tns_from, record.tns_to, record.tns_icsi, record.tns_iari, record.tns_method, record.tns_time})
-    expectUnset(text);
-  expectUnset(record.tns_debug_id);
+    expectEmpty(text);
+  expectEmpty(record.tns_debug_id);
 }
 
 void expectInitial(const tns__stop_trigger &record) {
   EXPECT_EQ(record.m, 0u);
-  expectUnset(record.tns_time);
-  expectUnset(record.tns_time_period);
+  expectEmpty(record.tns_time);
+  expectEmpty(record.tns_time_period);
   EXPECT_EQ(record.tns_reason, pattern16) << "only its presence bit gives it a meaning";
 }
 
 void expectInitial(const tns__control &record) {
   EXPECT_EQ(record.m, 0u);
-  expectUnset(record.tns_interface);
+  expectEmpty(record.tns_interface);
   EXPECT_EQ(record.tns_depth, pattern16) << "only its presence bit gives it a meaning";
-  expectUnset(record.tns_debug_id);
+  expectEmpty(record.tns_debug_id);
 }
 
 TEST(InitRecord, MakesEverythingEmptyButNumbersAndCodes) {
@@ -69,11 +54,11 @@ TEST(InitRecord, MakesEverythingEmptyButNumbersAndCodes) {
       expectInitial(value.session.tns_start_trigger);
       expectInitial(value.session.tns_stop_trigger);
       expectInitial(value.session.tns_control);
-      expectUnset(value.session.tns_id);
+      expectEmpty(value.session.tns_id);
     }
     if (root == "debugconfig") {
       expectEmpty(value.debugconfig.tns_session);
-      expectUnset(value.debugconfig.tns_aor);
+      expectEmpty(value.debugconfig.tns_aor);
     }
     if (root == "debuginfo") {
       expectEmpty(value.debuginfo.tns_debugconfig);

@@ -4,98 +4,70 @@
 
 #include <algorithm>
 #include <cstring>
+#include <regex>
 
 namespace reading {
 
 namespace {
 
-// ---- The texts that no release function touches -------------------------------------------------------------------
-
-void releaseKept(RuntimeContext *ctx, const tns__dialog_replaces &record) {
-  for (const RtxXmlString &text : {record.tns_call_id, record.tns_local_tag, record.tns_remote_tag})
-    rtxMemHeapFreePtr(ctx, text.value);
+// A type's functions behind untyped pointers.
+template <typename T> constexpr Type typeOf() {
+  using Functions = support::Functions<T>;
+  using Filling = typename Functions::Filling;
+  using Checking = typename Functions::Checking;
+  return {
+      .name = Functions::name,
+      .size = sizeof(T),
+      .init = [](RuntimeContext *ctx, void *record) { return Functions::init(ctx, static_cast<T *>(record)); },
+      .print = [](const char *name,
+                  const void *record) { return Functions::print(name, static_cast<const T *>(record)); },
+      .release = [](RuntimeContext *ctx, void *record) { Functions::release(ctx, static_cast<T *>(record)); },
+      .filling = {Filling::start, Filling::characters, Filling::end},
+      .checking = {Checking::start, Checking::characters, Checking::end},
+      .initFilling = [](RuntimeContext *ctx, SaxTypeHandler *handler, void *record,
+                        int32_t level) { return Filling::init(ctx, handler, static_cast<T *>(record), level); },
+      .initChecking = [](RuntimeContext *ctx, VsaxTypeHandler *handler,
+                         int32_t level) { return Checking::init(ctx, handler, nullptr, level); },
+  };
 }
 
-void releaseKept(RuntimeContext *ctx, const tns_participant_target_param &record) {
-  for (const RtxXmlString &text : {record.tns_pname, record.tns_pval})
-    rtxMemHeapFreePtr(ctx, text.value);
+// The same of the document whose root is of a type.
+template <typename T> constexpr Root rootOf(const Type &type) {
+  using Document = dialogs::Document<T>;
+  return {
+      .element = Document::root,
+      .type = &type,
+      .decode = [](RuntimeContext *ctx, void *record) { return Document::decode(ctx, static_cast<T *>(record)); },
+      .validate = Document::validate,
+      .encode = [](RuntimeContext *ctx,
+                   const void *record) { return Document::encode(ctx, static_cast<const T *>(record)); },
+  };
 }
-
-void releaseKept(RuntimeContext *ctx, const tns_participant_target &record) {
-  for (const RtxListNode *node = record.tns_param.head; node != nullptr; node = node->next)
-    releaseKept(ctx, *static_cast<const tns_participant_target_param *>(node->data));
-}
-
-void releaseKept(RuntimeContext *ctx, const tns_participant &record) {
-  if ((record.m & tns_participant_has_target) != 0) releaseKept(ctx, record.tns_target);
-}
-
-void releaseKept(RuntimeContext *ctx, const tns__dialog &record) {
-  if ((record.m & tns__dialog_has_replaces) != 0) releaseKept(ctx, record.tns_replaces);
-  if ((record.m & tns__dialog_has_local) != 0) releaseKept(ctx, record.tns_local);
-  if ((record.m & tns__dialog_has_remote) != 0) releaseKept(ctx, record.tns_remote);
-}
-
-void releaseKept(RuntimeContext *ctx, const tns__dialog_info &record) {
-  for (const RtxListNode *node = record.tns_dialog.head; node != nullptr; node = node->next)
-    releaseKept(ctx, *static_cast<const tns__dialog *>(node->data));
-}
-
-void releaseKept(RuntimeContext *, const tns__state &) {}
-void releaseKept(RuntimeContext *, const tns_nameaddr &) {}
-void releaseKept(RuntimeContext *, const tns__dialog_route_set &) {}
-void releaseKept(RuntimeContext *, const tns_sessd &) {}
-
-// ---- Functions behind untyped pointers ----------------------------------------------------------------------------
-
-#define RELEASE_KEPT(T) releaseKept(ctx, *static_cast<T *>(record))
-#define RELEASE_ALL(T) RELEASE_KEPT(T), QxMemFree_##T(ctx, static_cast<T *>(record))
-
-#define TYPE(T, RELEASE)                                                                                               \
-  {                                                                                                                    \
-#T, sizeof(T), [](RuntimeContext *ctx, void *record) { return QxInit_##T(ctx, static_cast<T *>(record)); },        \
-        [](const char *name, const void *record) { return QxPrint_##T(name, static_cast<const T *>(record)); },        \
-        [](RuntimeContext *ctx, void *record) { RELEASE(T); },                                                         \
-        {QxSAX_##T##_startElement, QxSAX_##T##_characters, QxSAX_##T##_endElement},                                    \
-        {QxVSAX_##T##_startElement, QxVSAX_##T##_characters, QxVSAX_##T##_endElement},                                 \
-        [](RuntimeContext *ctx, SaxTypeHandler *handler, void *record, int32_t level) {                                \
-          return QxSAX_##T##_init(ctx, handler, static_cast<T *>(record), level);                                      \
-        },                                                                                                             \
-        QxVSAX_##T##_init   \
-  }
-
-#define ROOT(NAME, ELEMENT, T, TYPE)                                                                                   \
-  {                                                                                                                    \
-    NAME, TYPE, [](RuntimeContext *ctx, void *record) { return QxXmlD_tns_##ELEMENT(ctx, static_cast<T *>(record)); }, \
-        QxXmlV_tns_##ELEMENT, [](RuntimeContext *ctx, const void *record) {                                            \
-          return QxXmlE_tns_##ELEMENT(ctx, static_cast<const T *>(record));                                            \
-        }                                                                                                              \
-  }
 
 } // namespace
 
 namespace types {
-constinit const Type state = TYPE(tns__state, RELEASE_ALL);
-constinit const Type replaces = TYPE(tns__dialog_replaces, RELEASE_KEPT);
-constinit const Type nameaddr = TYPE(tns_nameaddr, RELEASE_ALL);
-constinit const Type routeSet = TYPE(tns__dialog_route_set, RELEASE_ALL);
-constinit const Type param = TYPE(tns_participant_target_param, RELEASE_KEPT);
-constinit const Type target = TYPE(tns_participant_target, RELEASE_ALL);
-constinit const Type sessd = TYPE(tns_sessd, RELEASE_ALL);
-constinit const Type participant = TYPE(tns_participant, RELEASE_ALL);
-constinit const Type dialog = TYPE(tns__dialog, RELEASE_ALL);
-constinit const Type info = TYPE(tns__dialog_info, RELEASE_ALL);
+constinit const Type state = typeOf<tns__state>();
+constinit const Type replaces = typeOf<tns__dialog_replaces>();
+constinit const Type nameaddr = typeOf<tns_nameaddr>();
+constinit const Type routeSet = typeOf<tns__dialog_route_set>();
+constinit const Type param = typeOf<tns_participant_target_param>();
+constinit const Type target = typeOf<tns_participant_target>();
+constinit const Type sessd = typeOf<tns_sessd>();
+constinit const Type participant = typeOf<tns_participant>();
+constinit const Type dialog = typeOf<tns__dialog>();
+constinit const Type info = typeOf<tns__dialog_info>();
 } // namespace types
 
-constinit const Root info = ROOT("dialog-info", dialog_info, tns__dialog_info, &types::info);
-constinit const Root dialog = ROOT("dialog", dialog, tns__dialog, &types::dialog);
-constinit const Root state = ROOT("state", state, tns__state, &types::state);
+constinit const Root info = rootOf<tns__dialog_info>(types::info);
+constinit const Root dialog = rootOf<tns__dialog>(types::dialog);
+constinit const Root state = rootOf<tns__state>(types::state);
 
 // ---- Records ------------------------------------------------------------------------------------------------------
 
 Record::Record(RuntimeContext *context, const Type &of)
     : ctx(context), type(of), storage(std::make_unique<unsigned char[]>(of.size)) {
-  std::memset(storage.get(), 0xA5, of.size);
+  std::memset(storage.get(), support::pattern, of.size);
 }
 
 Record::~Record() {
@@ -207,6 +179,21 @@ Marked in(const Root &root, std::string_view content) {
   if (&root == &info) text += " version=\"1\" state=\"full\" entity=\"e\"";
   if (&root == &dialog) text += " id=\"d\"";
   return {&root, text + ">" + std::string(content) + "</" + root.element + ">"};
+}
+
+Marked inDialog(const std::string &content) { return in(dialog, "<state>s</state>" + content); }
+
+Marked inLocal(const std::string &content) { return inDialog("<local>" + content + "</local>"); }
+
+Marked inTarget(const std::string &content) { return inLocal("<target uri='u'>" + content + "</target>"); }
+
+std::string dialogWith(const std::string &members) {
+  return "state='s' " + (members.empty() ? "" : members + " ") + "id='d'";
+}
+
+std::string withoutDeclarations(const std::string &record) {
+  static const std::regex declaration(R"( [^ ='"]*xmlns(:[^ ='"]*)?='[^']*')");
+  return std::regex_replace(record, declaration, "");
 }
 
 namespace {

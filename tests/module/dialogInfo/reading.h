@@ -1,11 +1,11 @@
 // What the tests of reading dialog state share: the documents and record types as values, and what reading came to.
 #pragma once
 
-#include "DialogInfo/QxXmlDialogInfo.h"
 #include "context.h"
 #include "documentReading.h"
 #include "documents.h"
 #include "errors.h"
+#include "types.h"
 
 #include <gtest/gtest.h>
 #include <initializer_list>
@@ -18,9 +18,8 @@ namespace reading {
 
 using namespace std::string_literals;
 using namespace std::string_view_literals;
+using dialogs::namespaceUri;
 using support::Reading;
-
-inline constexpr const char *namespaceUri = "urn:ietf:params:xml:ns:dialog-info";
 
 // What a number and a code print as that nobody wrote into the storage of a Record.
 inline constexpr const char *untouchedNumber = "2779096485";
@@ -32,7 +31,6 @@ struct Type {
   size_t size;
   int (*init)(RuntimeContext *ctx, void *record);
   int (*print)(const char *name, const void *record);
-  // With the texts that no release function of the library touches.
   void (*release)(RuntimeContext *ctx, void *record);
 
   struct Callbacks {
@@ -117,6 +115,17 @@ Marked whole(const Root &root, std::string text);
 // content in a root element in the default namespace with its required attributes: version 1, state full, entity "e"
 // of dialog-info; the id "d" of dialog.
 Marked in(const Root &root, std::string_view content);
+
+// The same in a dialog behind its state, in that dialog's local participant, and in the participant's target.
+Marked inDialog(const std::string &content);
+Marked inLocal(const std::string &content);
+Marked inTarget(const std::string &content);
+// What the record of inDialog prints as, with these members.
+std::string dialogWith(const std::string &members);
+
+// A record's text without the declarations that state, nameaddr and sessd keep. Those within a fragment are in double
+// quotes.
+std::string withoutDeclarations(const std::string &record);
 
 // A body that uses everything, with the module's own elements as "q:name" for support::spell.
 inline constexpr std::string_view fullBody =

@@ -2,12 +2,14 @@
 #include "capture.h"
 #include "contextCheck.h"
 #include "dialogs.h"
+#include "lists.h"
 
 #include <type_traits>
 
 using namespace dialogs;
 using support::captureStdout;
 using support::Context;
+using support::expectEmpty;
 using support::FailingCheck;
 
 namespace {
@@ -83,27 +85,12 @@ template <typename Visit> void members(tns__dialog_info &r, const Visit &visit) 
   visit(r.tns_entity);
 }
 
-template <typename T> T patterned() {
-  T record;
-  std::memset(static_cast<void *>(&record), 0xA5, sizeof record);
-  return record;
-}
-
-std::string bytesOf(const auto &record) { return std::string(reinterpret_cast<const char *>(&record), sizeof record); }
-
 // ---- Init -----------------------------------------------------------------------------------------------------
 
 struct ExpectInitialised {
   void operator()(Presence m) const { EXPECT_EQ(m.bits, 0u); }
-  void operator()(const RtxXmlString &text) const {
-    EXPECT_FALSE(text.cdata);
-    EXPECT_EQ(text.value, nullptr);
-  }
-  void operator()(const RtxList &list) const {
-    EXPECT_EQ(list.count, 0u);
-    EXPECT_EQ(list.head, nullptr);
-    EXPECT_EQ(list.tail, nullptr);
-  }
+  void operator()(const RtxXmlString &text) const { expectEmpty(text); }
+  void operator()(const RtxList &list) const { expectEmpty(list); }
   void operator()(uint16_t scalar) const { EXPECT_EQ(scalar, 0xA5A5u) << "only a presence bit gives it a meaning"; }
   void operator()(uint32_t scalar) const { EXPECT_EQ(scalar, 0xA5A5A5A5u) << "only a presence bit gives it a meaning"; }
 };
@@ -181,7 +168,7 @@ RELEASE(tns__dialog_info)
 
 template <typename T> void release(RuntimeContext *ctx, Record<T> &record) {
   Release<T>::function(ctx, record);
-  record.released = true;
+  record.owned = false;
 }
 
 template <typename T> using Fill = void (*)(Builder &build, T &record);
@@ -315,7 +302,7 @@ TEST(ReleaseRecord, TextsOfReplacesAndParamsStay) {
   EXPECT_STREQ(dialog->tns_replaces.tns_call_id.value, "rep-call");
   EXPECT_STREQ(dialog->tns_replaces.tns_local_tag.value, "rep-local");
   EXPECT_STREQ(dialog->tns_replaces.tns_remote_tag.value, "rep-remote");
-  releaseWhole(ctx, dialog->tns_replaces);
+  Functions<tns__dialog_replaces>::release(ctx, &dialog->tns_replaces);
 
   Record<tns_participant_target> target(ctx);
   build.param(*target, "name", "value");
@@ -347,10 +334,7 @@ struct Snapshot {
   void operator()(uint16_t scalar) const { values.push_back(scalar); }
   void operator()(uint32_t scalar) const { values.push_back(scalar); }
   void operator()(const RtxList &list) const {
-    if (!released) return;
-    EXPECT_EQ(list.count, 0u);
-    EXPECT_EQ(list.head, nullptr);
-    EXPECT_EQ(list.tail, nullptr);
+    if (released) expectEmpty(list);
   }
 };
 

@@ -29,7 +29,7 @@ std::string without(std::string text, const std::string &part) {
 
 TEST(Decode, FullRecordIsTheOneBuiltByHand) {
   Context ctx;
-  Record<FilterSetType> record(ctx, Start::complete);
+  CompleteRecord<FilterSetType> record(ctx);
   EXPECT_EQ(dump(*record), fullRecord);
 }
 
@@ -201,7 +201,7 @@ TEST(Decode, AmountIsTheNearestNumber) {
   for (const auto &[text, value] : cases) {
     Context ctx;
     ASSERT_EQ(support::setInput(ctx, inTrigger("<changed by='"s + text + "'/>")), 0);
-    Record<FilterSetType> record(ctx, Start::raw);
+    auto record = Record<FilterSetType>::uninitialised(ctx);
     ASSERT_EQ(QxXmlD_filter_set(ctx, record), 0);
     record.owned = true;
     const auto &filter = *static_cast<FilterType *>(record->filter.head->data);
@@ -215,7 +215,7 @@ TEST(Decode, AmountIsTheNearestNumber) {
 TEST(Decode, DefaultsHoldWithoutTheirBits) {
   Context ctx;
   ASSERT_EQ(support::setInput(ctx, inWhat("<include>a</include>")), 0);
-  Record<FilterSetType> record(ctx, Start::raw);
+  auto record = Record<FilterSetType>::uninitialised(ctx);
   ASSERT_EQ(QxXmlD_filter_set(ctx, record), 0);
   record.owned = true;
   const auto &filter = *static_cast<FilterType *>(record->filter.head->data);
@@ -230,7 +230,7 @@ TEST(Decode, DefaultsHoldWithoutTheirBits) {
 TEST(Decode, SwitchThatDoesNotConvertKeepsItsDefaultUnderASetBit) {
   Context ctx;
   ASSERT_EQ(support::setInput(ctx, document("<filter id='a' enabled='maybe' remove='perhaps'/>")), 0);
-  Record<FilterSetType> record(ctx, Start::raw);
+  auto record = Record<FilterSetType>::uninitialised(ctx);
   EXPECT_EQ(QxXmlD_filter_set(ctx, record), 0);
   record.owned = true;
   EXPECT_EQ(rtxErrCount(ctx), 0u);
@@ -250,7 +250,7 @@ TEST(Decode, ForeignElementsMeanTheSameOnTheirOwn) {
   ASSERT_TRUE(whole);
   Context ctx;
   ASSERT_EQ(support::setInput(ctx, text), 0);
-  Record<FilterSetType> record(ctx, Start::raw);
+  auto record = Record<FilterSetType>::uninitialised(ctx);
   EXPECT_EQ(QxXmlD_filter_set(ctx, record), 0) << errorList(ctx);
   record.owned = true;
   const auto again = support::parseNamespacedXml(encodeRecord(ctx, record));
@@ -267,7 +267,7 @@ TEST(Decode, ForeignAttributesAndDeclarationsSurviveARoundTrip) {
                  "</what></filter>")}) {
     Context ctx;
     ASSERT_EQ(support::setInput(ctx, text), 0);
-    Record<FilterSetType> record(ctx, Start::raw);
+    auto record = Record<FilterSetType>::uninitialised(ctx);
     ASSERT_EQ(QxXmlD_filter_set(ctx, record), 0) << errorList(ctx);
     record.owned = true;
     const auto again = support::parseNamespacedXml(encodeRecord(ctx, record));

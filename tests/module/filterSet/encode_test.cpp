@@ -10,6 +10,7 @@
 
 using namespace filters;
 using support::Context;
+using support::occurrences;
 
 namespace {
 
@@ -39,7 +40,7 @@ Result attemptDocument(RuntimeContext *ctx, const FilterSetType *record) {
 
 TEST(Encode, AllMembersInOrder) {
   Context ctx;
-  Record<FilterSetType> record(ctx, Start::complete);
+  CompleteRecord<FilterSetType> record(ctx);
   EXPECT_EQ(encodeRecord(ctx, record), fullDocument);
 }
 
@@ -60,7 +61,7 @@ TEST(Encode, EmptySetIsItsRootAlone) {
 
 TEST(Encode, EachBitOfTheSetWritesItsOwnPart) {
   Context ctx;
-  Record<FilterSetType> record(ctx, Start::complete);
+  CompleteRecord<FilterSetType> record(ctx);
   for (uint32_t m = 0; m < 4; ++m) {
     std::string expected = fullDocument;
     const auto drop = [&](const std::string &part) { expected.erase(expected.find(part), part.size()); };
@@ -76,7 +77,7 @@ TEST(Encode, EachBitOfTheSetWritesItsOwnPart) {
 
 TEST(Encode, BitsWithoutAMeaningChangeNothing) {
   Context ctx;
-  Record<FilterSetType> record(ctx, Start::complete);
+  CompleteRecord<FilterSetType> record(ctx);
   record->m = ~0u;
   EXPECT_EQ(encodeRecord(ctx, record), fullDocument);
   record->m = 3;
@@ -153,10 +154,10 @@ TEST(Encode, AbsentTextsBecomeEmpty) {
   append<ExclType>(ctx, filter.what.exclude);
   auto &trigger = append<TriggerType>(ctx, filter.trigger);
   append<ChangedType>(ctx, trigger.changed).m = ChangedType_has_from | ChangedType_has_to;
-  appendText(ctx, trigger.added, nullptr);
-  appendText(ctx, trigger.removed, nullptr);
+  addText(ctx, trigger.added, nullptr);
+  addText(ctx, trigger.removed, nullptr);
   for (RtxAnyList *list : {&filter.what._any, &trigger._any, &filter._any})
-    foreignElement(ctx, *list, nullptr);
+    addForeign(ctx, *list, nullptr);
   const auto root = support::parseNamespacedXml(encodeRecord(ctx, record));
   ASSERT_TRUE(root);
   EXPECT_EQ(root->infoset(), support::parseNamespacedXml(
@@ -171,7 +172,7 @@ TEST(Encode, EscapesMarkupAndHonoursCdata) {
   constexpr const char *awkward = "<a>&\"'\r\n\t]]>\xC3\xA9";
   Context ctx;
   for (bool cdata : {false, true}) {
-    Record<FilterSetType> record(ctx, Start::complete);
+    CompleteRecord<FilterSetType> record(ctx);
     const auto set = [&](RtxXmlString &text) {
       rtxMemHeapFreePtr(ctx, text.value);
       text = xmlString(ctx, awkward);
@@ -265,7 +266,7 @@ TEST(Encode, TextThatXmlCannotCarryIsRefused) {
     for (const Case &c : cases) {
       SCOPED_TRACE(place.name + " = "s + testing::PrintToString(c.text));
       Context ctx;
-      Record<FilterSetType> record(ctx, Start::complete);
+      CompleteRecord<FilterSetType> record(ctx);
       RtxXmlString &text = place.text(*record);
       rtxMemHeapFreePtr(ctx, text.value);
       text = xmlString(ctx, c.text);
@@ -288,7 +289,7 @@ TEST(Encode, TextThatXmlCannotCarryIsRefused) {
 TEST(Encode, FailurePassesEveryFunctionAtALineOfItsOwn) {
   for (const Place &place : places) {
     Context ctx;
-    Record<FilterSetType> record(ctx, Start::complete);
+    CompleteRecord<FilterSetType> record(ctx);
     RtxXmlString &text = place.text(*record);
     rtxMemHeapFreePtr(ctx, text.value);
     text = xmlString(ctx, "\xFF");
@@ -306,7 +307,7 @@ TEST(Encode, FailurePassesEveryFunctionAtALineOfItsOwn) {
 
 TEST(Encode, TextUnderAClearBitIsNotLookedAt) {
   Context ctx;
-  Record<FilterSetType> record(ctx, Start::complete);
+  CompleteRecord<FilterSetType> record(ctx);
   firstFilter(*record).m = 0;
   auto &include = *static_cast<InclType *>(firstFilter(*record).what.include.head->data);
   rtxMemHeapFreePtr(ctx, include.value.value);
@@ -325,7 +326,7 @@ TEST(Encode, AttributesAreWrittenWithoutACheckOfTheirBytes) {
 
 TEST(Encode, AttributeWithAForbiddenCharacterEndsTheEncoding) {
   Context ctx;
-  Record<FilterSetType> record(ctx, Start::complete);
+  CompleteRecord<FilterSetType> record(ctx);
   FilterType &filter = firstFilter(*record);
   rtxMemHeapFreePtr(ctx, filter.domain.value);
   filter.domain = xmlString(ctx, "\x01");
@@ -386,7 +387,7 @@ TEST(EncodeRoot, AlwaysDeclaresItsNamespaceAsTheDefault) {
       if (c.uri != nullptr) {
         ASSERT_EQ(rtXmlNSSetNamespace(ctx, nullptr, c.prefix, c.uri, false), 0);
       }
-      Record<FilterSetType> record(ctx, Start::complete);
+      CompleteRecord<FilterSetType> record(ctx);
       for (int round = 1; round <= 3; ++round) {
         const std::string text = encodeRecord(ctx, record);
         EXPECT_TRUE(text.starts_with("<filter-set ")) << text;
@@ -416,7 +417,7 @@ TEST(EncodeRoot, HostDeclarationsBesideOursAreWritten) {
   Context ctx;
   ASSERT_EQ(rtXmlNSSetNamespace(ctx, nullptr, "v", "urn:vendor", false), 0);
   Record<FilterSetType> record(ctx);
-  foreignAttribute(ctx, record->_anyAttr, "v:k", "1");
+  addAttribute(ctx, record->_anyAttr, "v:k", "1");
   const auto root = support::parseNamespacedXml(encodeRecord(ctx, record));
   ASSERT_TRUE(root);
   EXPECT_EQ(root->infoset(), "{"s + namespaceUri + "}filter-set[{urn:vendor}k=\"1\"]()");
@@ -424,7 +425,7 @@ TEST(EncodeRoot, HostDeclarationsBesideOursAreWritten) {
 
 TEST(EncodeRoot, FailingAttributeDoesNotEndTheDocument) {
   Context ctx;
-  Record<FilterSetType> record(ctx, Start::complete);
+  CompleteRecord<FilterSetType> record(ctx);
   rtxMemHeapFreePtr(ctx, record->package_.value);
   record->package_ = xmlString(ctx, "\x01");
   const Result result = attemptDocument(ctx, record);
@@ -436,14 +437,14 @@ TEST(EncodeRoot, FailingAttributeDoesNotEndTheDocument) {
   EXPECT_NE(ctx->state, XMLSTATE_IN_ATTRIBUTES);
 
   rtxErrClear(ctx);
-  Record<FilterSetType> good(ctx, Start::complete);
+  CompleteRecord<FilterSetType> good(ctx);
   EXPECT_EQ(encodeRecord(ctx, good), fullDocument);
 }
 
 TEST(EncodeRoot, FailingForeignAttributeLeavesThoseOfTheSchema) {
   Context ctx;
-  Record<FilterSetType> record(ctx, Start::complete);
-  foreignAttribute(ctx, record->_anyAttr, "bad", "\x01");
+  CompleteRecord<FilterSetType> record(ctx);
+  addAttribute(ctx, record->_anyAttr, "bad", "\x01");
   const Result result = attemptDocument(ctx, record);
   EXPECT_EQ(result.status, 0);
   EXPECT_TRUE(result.text.starts_with(openTag + " package=\"presence\"")) << result.text;
@@ -454,7 +455,7 @@ TEST(EncodeRoot, FailingForeignAttributeLeavesThoseOfTheSchema) {
 
 TEST(EncodeRoot, StepsOfTheDocumentGiveTheDocument) {
   Context ctx;
-  Record<FilterSetType> record(ctx, Start::complete);
+  CompleteRecord<FilterSetType> record(ctx);
   const std::string whole = support::encoded(ctx, [&](RuntimeContext *c) { return encodeDocument(c, record); });
   std::vector<std::string> parts;
   const std::string stepwise = support::encoded(ctx, [&](RuntimeContext *c) {
@@ -492,7 +493,7 @@ TEST(EncodeRoot, OneDocumentAfterAnotherOnOneContext) {
   ASSERT_EQ(QxInit_tns__isComposing(ctx, &other), 0);
   std::string otherText;
   for (int round = 0; round < 3; ++round) {
-    Record<FilterSetType> record(ctx, Start::complete);
+    CompleteRecord<FilterSetType> record(ctx);
     EXPECT_EQ(encodeRecord(ctx, record), fullDocument);
     const std::string text =
         support::encoded(ctx, [&](RuntimeContext *c) { return QxXmlE_tns_isComposing(c, &other); });
@@ -507,25 +508,18 @@ TEST(EncodeRoot, OneDocumentAfterAnotherOnOneContext) {
 TEST(EncodeRoot, FailureLeavesTheContextForTheNextDocument) {
   Context ctx;
   for (const Place &place : places) {
-    Record<FilterSetType> bad(ctx, Start::complete);
+    CompleteRecord<FilterSetType> bad(ctx);
     RtxXmlString &text = place.text(*bad);
     rtxMemHeapFreePtr(ctx, text.value);
     text = xmlString(ctx, "\xFF");
     EXPECT_EQ(attemptDocument(ctx, bad).status, STATUS_INVALID_UTF8);
     rtxErrClear(ctx);
-    Record<FilterSetType> good(ctx, Start::complete);
+    CompleteRecord<FilterSetType> good(ctx);
     EXPECT_EQ(encodeRecord(ctx, good), fullDocument);
   }
 }
 
 // ---- Declarations and foreign attributes ---------------------------------------------------------------------------
-
-size_t occurrences(const std::string &text, const std::string &part) {
-  size_t count = 0;
-  for (size_t at = 0; (at = text.find(part, at)) != std::string::npos; at += part.size())
-    ++count;
-  return count;
-}
 
 template <class T> class Carrying : public testing::Test {};
 using CarryingTypes = testing::Types<InclType, ExclType, ChangedType>;
@@ -537,7 +531,7 @@ TYPED_TEST(Carrying, EachDeclarationIsWrittenOnce) {
   declare(ctx, record->nsDecls, "v", "urn:v");
   declare(ctx, record->nsDecls, "w", "urn:w");
   declare(ctx, record->nsDecls, "v", "urn:again");
-  foreignAttribute(ctx, record->_anyAttr, "v:k", "1");
+  addAttribute(ctx, record->_anyAttr, "v:k", "1");
   const std::string text = encodeType<TypeParam>(ctx, record, "e");
   EXPECT_EQ(text, "<e xmlns:v=\"urn:v\" xmlns:w=\"urn:w\" v:k=\"1\"/>");
   EXPECT_TRUE(support::parseNamespacedXml(text));
@@ -554,12 +548,13 @@ TYPED_TEST(Carrying, DeclarationOfTheTagsOwnPrefixIsLeftOut) {
 
 TYPED_TEST(Carrying, AttributesAloneGoIntoATagThatIsOpen) {
   Context ctx;
-  Record<TypeParam> record(ctx, Start::complete);
+  CompleteRecord<TypeParam> record(ctx);
   const auto written = [&](const RtxNsDeclList *inTag, bool byStart) {
     const Result result = attempt(ctx, [&](RuntimeContext *c) {
       EXPECT_EQ(rtXmlEncStartElement(c, "e", nullptr, inTag, false), 0);
       if (byStart) {
-        EXPECT_EQ(Functions<TypeParam>::encodeStart(c, record, nullptr, nullptr), 0) << "the caller has opened the tag";
+        EXPECT_EQ(Functions<TypeParam>::startElement(c, record, nullptr, nullptr), 0)
+            << "the caller has opened the tag";
       } else if constexpr (std::is_same_v<TypeParam, InclType>) {
         EXPECT_EQ(QxXmlET_InclType_Attrs(c, record, nullptr), 0);
       } else if constexpr (std::is_same_v<TypeParam, ExclType>) {
@@ -587,17 +582,17 @@ TYPED_TEST(Carrying, AttributesAloneGoIntoATagThatIsOpen) {
 TYPED_TEST(Carrying, ForeignAttributesAreWrittenByTheNamesTheyHave) {
   Context ctx;
   Record<TypeParam> record(ctx);
-  foreignAttribute(ctx, record->_anyAttr, "undeclared:k", "<\"&>");
-  foreignAttribute(ctx, record->_anyAttr, "xml:lang", "en");
+  addAttribute(ctx, record->_anyAttr, "undeclared:k", "<\"&>");
+  addAttribute(ctx, record->_anyAttr, "xml:lang", "en");
   EXPECT_EQ(encodeType<TypeParam>(ctx, record, "e"), "<e undeclared:k=\"&lt;&quot;&amp;&gt;\" xml:lang=\"en\"/>");
 }
 
 TYPED_TEST(Carrying, NoAttributeIsWrittenTwice) {
   Context ctx;
   for (const char *name : {"k", "from", "type"}) {
-    Record<TypeParam> record(ctx, Start::complete);
-    foreignAttribute(ctx, record->_anyAttr, name, "1");
-    foreignAttribute(ctx, record->_anyAttr, name, "2");
+    CompleteRecord<TypeParam> record(ctx);
+    addAttribute(ctx, record->_anyAttr, name, "1");
+    addAttribute(ctx, record->_anyAttr, name, "2");
     const Result result =
         attempt(ctx, [&](RuntimeContext *c) { return Functions<TypeParam>::encode(c, record, "e", nullptr); });
     EXPECT_EQ(result.status, STATUS_WRITE_FAILED) << result.text;
@@ -618,7 +613,7 @@ TEST(EncodeDeclarations, DecodedOnesAreWrittenBackOnce) {
   for (const std::string &body : bodies) {
     Context ctx;
     ASSERT_EQ(support::setInput(ctx, body), 0);
-    Record<FilterSetType> record(ctx, Start::raw);
+    auto record = Record<FilterSetType>::uninitialised(ctx);
     ASSERT_EQ(QxXmlD_filter_set(ctx, record), 0) << errorList(ctx);
     record.owned = true;
     const std::string first = encodeRecord(ctx, record);
@@ -757,7 +752,7 @@ TYPED_TEST(EncodeType, TakesTheCallersNameAndNamespace) {
     if (c.bound) {
       ASSERT_EQ(rtXmlNSSetNamespace(ctx, nullptr, "m", namespaceUri, false), 0);
     }
-    Record<TypeParam> record(ctx, Start::complete);
+    CompleteRecord<TypeParam> record(ctx);
     const std::string expected = this->element(c.name, c.bound ? "m:" : "");
     EXPECT_EQ(encodeType<TypeParam>(ctx, record, "e", c.ns), expected);
     using F = Functions<TypeParam>;
@@ -768,11 +763,11 @@ TYPED_TEST(EncodeType, TakesTheCallersNameAndNamespace) {
                                    const char *text = rtxGetOutput(x, &length);
                                    EXPECT_EQ(text[length], '\0');
                                  };
-                                 EXPECT_EQ(F::encodeStart(x, record, "e", c.ns), 0);
+                                 EXPECT_EQ(F::startElement(x, record, "e", c.ns), 0);
                                  terminated();
-                                 EXPECT_EQ(F::encodeContents(x, record, c.ns), 0);
+                                 EXPECT_EQ(F::contents(x, record, c.ns), 0);
                                  terminated();
-                                 const int status = F::encodeEnd(x, "e", c.ns);
+                                 const int status = F::endElement(x, "e", c.ns);
                                  terminated();
                                  return status;
                                }),
@@ -784,15 +779,15 @@ TYPED_TEST(EncodeType, ContentsUseTheModulesPrefixWhateverTheCallerPasses) {
   Context ctx;
   ASSERT_EQ(rtXmlNSSetNamespace(ctx, nullptr, "m", namespaceUri, false), 0);
   const RtxNamespace callers = {"c", "urn:c"};
-  Record<TypeParam> record(ctx, Start::complete);
-  EXPECT_EQ(support::encoded(
-                ctx, [&](RuntimeContext *x) { return Functions<TypeParam>::encodeContents(x, record, &callers); }),
-            withPrefix(this->written.contents, "m:"));
+  CompleteRecord<TypeParam> record(ctx);
+  EXPECT_EQ(
+      support::encoded(ctx, [&](RuntimeContext *x) { return Functions<TypeParam>::contents(x, record, &callers); }),
+      withPrefix(this->written.contents, "m:"));
 }
 
 TYPED_TEST(EncodeType, EveryOutputSize) {
   support::everyOutputSize([](RuntimeContext *ctx) {
-    Record<TypeParam> record(ctx, Start::complete);
+    CompleteRecord<TypeParam> record(ctx);
     const RtxNamespace ns = {"c", "urn:c"};
     return Functions<TypeParam>::encode(ctx, record, "e", &ns);
   });
@@ -800,7 +795,7 @@ TYPED_TEST(EncodeType, EveryOutputSize) {
 
 TYPED_TEST(EncodeType, TakesNothingFromTheHeap) {
   Context ctx;
-  Record<TypeParam> record(ctx, Start::complete);
+  CompleteRecord<TypeParam> record(ctx);
   encodeType<TypeParam>(ctx, record, "e");
   const size_t used = support::heapStats(ctx).used;
   encodeType<TypeParam>(ctx, record, "e");
@@ -809,7 +804,7 @@ TYPED_TEST(EncodeType, TakesNothingFromTheHeap) {
 
 TYPED_TEST(EncodeType, LeavesTheRecordAsItIs) {
   Context ctx;
-  Record<TypeParam> record(ctx, Start::complete);
+  CompleteRecord<TypeParam> record(ctx);
   unsigned char before[sizeof(TypeParam)];
   std::memcpy(before, static_cast<const TypeParam *>(record), sizeof before);
   encodeType<TypeParam>(ctx, record, "e");
@@ -818,9 +813,9 @@ TYPED_TEST(EncodeType, LeavesTheRecordAsItIs) {
 
 TEST(EncodeAttributes, OfTypesThatCarryNoDeclarations) {
   Context ctx;
-  Record<NSBinding> binding(ctx, Start::complete);
-  Record<FilterType> filter(ctx, Start::complete);
-  Record<FilterSetType> set(ctx, Start::complete);
+  CompleteRecord<NSBinding> binding(ctx);
+  CompleteRecord<FilterType> filter(ctx);
+  CompleteRecord<FilterSetType> set(ctx);
   struct Case {
     const char *type;
     std::function<int(RuntimeContext *)> attributes;
@@ -876,7 +871,7 @@ TEST(EncodeCode, AsAnElementAndAsTheTextOfAnother) {
 
 TEST(Encode, EveryOutputSize) {
   support::everyOutputSize([](RuntimeContext *ctx) {
-    Record<FilterSetType> record(ctx, Start::complete);
+    CompleteRecord<FilterSetType> record(ctx);
     return encodeDocument(ctx, record);
   });
 }

@@ -25,7 +25,7 @@ Outcome encodeBody(RuntimeContext *ctx, const std::string &text,
                    int (*encode)(RuntimeContext *ctx, const FilterSetType *record)) {
   const int set = support::setInput(ctx, text);
   if (set != 0) return {set, {}};
-  Record<FilterSetType> record(ctx, Start::raw);
+  auto record = Record<FilterSetType>::uninitialised(ctx);
   const int status = QxXmlD_filter_set(ctx, record);
   record.owned = status != STATUS_READER_FAILED;
   if (status != 0) return {status, {}};

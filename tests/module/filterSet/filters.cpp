@@ -6,25 +6,9 @@
 
 namespace filters {
 
+using support::itemsOf;
+
 // ---- Building ------------------------------------------------------------------------------------------------------
-
-RtxXmlString xmlString(RuntimeContext *ctx, const char *text) { return {false, rtxUTF8Strdup(ctx, text)}; }
-
-void appendText(RuntimeContext *ctx, RtxList &list, const char *text) {
-  auto *item = newBlock<RtxXmlString>(ctx);
-  *item = xmlString(ctx, text);
-  rtxDListAppend(ctx, &list, item);
-}
-
-void foreignElement(RuntimeContext *ctx, RtxAnyList &list, const char *element) {
-  appendText(ctx, list.items, element);
-}
-
-void foreignAttribute(RuntimeContext *ctx, RtxAttrList &list, const char *name, const char *value) {
-  auto *pair = newBlock<RtxNamePair>(ctx);
-  *pair = {rtxUTF8Strdup(ctx, name), rtxUTF8Strdup(ctx, value)};
-  rtxDListAppend(ctx, &list.items, pair);
-}
 
 void declare(RuntimeContext *ctx, RtxNsDeclList &list, const char *prefix, const char *uri) {
   auto *declaration = newBlock<RtxNsDecl>(ctx);
@@ -47,8 +31,8 @@ void fill(RuntimeContext *ctx, NSBindings &record) {
 namespace {
 
 template <class T> void fillCarried(RuntimeContext *ctx, T &record) {
-  foreignAttribute(ctx, record._anyAttr, "v:k", "1");
-  foreignAttribute(ctx, record._anyAttr, "l", "2");
+  addAttribute(ctx, record._anyAttr, "v:k", "1");
+  addAttribute(ctx, record._anyAttr, "l", "2");
   declare(ctx, record.nsDecls, "v", "urn:v");
 }
 
@@ -72,7 +56,7 @@ void fill(RuntimeContext *ctx, WhatType &record) {
   fill(ctx, append<InclType>(ctx, record.include));
   append<InclType>(ctx, record.include).value = xmlString(ctx, "/p:a");
   fill(ctx, append<ExclType>(ctx, record.exclude));
-  foreignElement(ctx, record._any, "<x:f xmlns:x=\"urn:x\"/>");
+  addForeign(ctx, record._any, "<x:f xmlns:x=\"urn:x\"/>");
 }
 
 void fill(RuntimeContext *ctx, ChangedType &record) {
@@ -86,10 +70,10 @@ void fill(RuntimeContext *ctx, ChangedType &record) {
 
 void fill(RuntimeContext *ctx, TriggerType &record) {
   fill(ctx, append<ChangedType>(ctx, record.changed));
-  appendText(ctx, record.added, "/p:d");
-  appendText(ctx, record.added, "/p:e");
-  appendText(ctx, record.removed, "/p:f");
-  foreignElement(ctx, record._any, "<x:g xmlns:x=\"urn:x\">t</x:g>");
+  addText(ctx, record.added, "/p:d");
+  addText(ctx, record.added, "/p:e");
+  addText(ctx, record.removed, "/p:f");
+  addForeign(ctx, record._any, "<x:g xmlns:x=\"urn:x\">t</x:g>");
 }
 
 void fill(RuntimeContext *ctx, FilterType &record) {
@@ -97,13 +81,13 @@ void fill(RuntimeContext *ctx, FilterType &record) {
       FilterType_has_what | FilterType_has_uri | FilterType_has_domain | FilterType_has_remove | FilterType_has_enabled;
   fill(ctx, record.what);
   fill(ctx, append<TriggerType>(ctx, record.trigger));
-  foreignElement(ctx, record._any, "<x:h xmlns:x=\"urn:x\"/>");
+  addForeign(ctx, record._any, "<x:h xmlns:x=\"urn:x\"/>");
   record.id = xmlString(ctx, "a");
   record.uri = xmlString(ctx, "sip:a@example.com");
   record.domain = xmlString(ctx, "example.com");
   record.remove_ = true;
   record.enabled = false;
-  foreignAttribute(ctx, record._anyAttr, "k", "v");
+  addAttribute(ctx, record._anyAttr, "k", "v");
 }
 
 void fill(RuntimeContext *ctx, FilterSetType &record) {
@@ -112,30 +96,7 @@ void fill(RuntimeContext *ctx, FilterSetType &record) {
   fill(ctx, append<FilterType>(ctx, record.filter));
   append<FilterType>(ctx, record.filter).id = xmlString(ctx, "b");
   record.package_ = xmlString(ctx, "presence");
-  foreignAttribute(ctx, record._anyAttr, "k", "v");
-}
-
-void release(RuntimeContext *ctx, NSBinding &record) {
-  rtxMemHeapFreePtr(ctx, record.prefix.value);
-  rtxMemHeapFreePtr(ctx, record.urn.value);
-}
-
-void release(RuntimeContext *ctx, NSBindings &record) {
-  for (RtxListNode *node = record.ns_binding.head; node != nullptr; node = node->next)
-    release(ctx, *static_cast<NSBinding *>(node->data));
-  QxMemFree_NSBindings(ctx, &record);
-}
-
-void release(RuntimeContext *ctx, InclType &record) { QxMemFree_InclType(ctx, &record); }
-void release(RuntimeContext *ctx, ExclType &record) { QxMemFree_ExclType(ctx, &record); }
-void release(RuntimeContext *ctx, WhatType &record) { QxMemFree_WhatType(ctx, &record); }
-void release(RuntimeContext *ctx, ChangedType &record) { QxMemFree_ChangedType(ctx, &record); }
-void release(RuntimeContext *ctx, TriggerType &record) { QxMemFree_TriggerType(ctx, &record); }
-void release(RuntimeContext *ctx, FilterType &record) { QxMemFree_FilterType(ctx, &record); }
-
-void release(RuntimeContext *ctx, FilterSetType &record) {
-  if ((record.m & FilterSetType_has_ns_bindings) != 0) release(ctx, record.ns_bindings);
-  QxMemFree_FilterSetType(ctx, &record);
+  addAttribute(ctx, record._anyAttr, "k", "v");
 }
 
 // ---- Showing -------------------------------------------------------------------------------------------------------
@@ -163,20 +124,6 @@ public:
 private:
   std::string all;
 };
-
-// The items of a list that is linked as it should be.
-template <class T> std::vector<const T *> itemsOf(const RtxList &list) {
-  std::vector<const T *> items;
-  const RtxListNode *last = nullptr;
-  for (const RtxListNode *node = list.head; node != nullptr; node = node->next) {
-    EXPECT_EQ(node->prev, last);
-    last = node;
-    items.push_back(static_cast<const T *>(node->data));
-  }
-  EXPECT_EQ(list.tail, last);
-  EXPECT_EQ(list.count, items.size());
-  return items;
-}
 
 void addTexts(Parts &parts, const char *name, const RtxList &list) {
   for (const RtxXmlString *text : itemsOf<RtxXmlString>(list))
@@ -297,7 +244,7 @@ std::string meaning(const support::XmlElement &element) {
 // ---------------------------------------------------------------------------------------------
 
 Reading decodeInput(RuntimeContext *ctx) {
-  Record<FilterSetType> record(ctx, Start::raw);
+  auto record = Record<FilterSetType>::uninitialised(ctx);
   const int status = QxXmlD_filter_set(ctx, record);
   record.owned = status != STATUS_READER_FAILED;
   return {status, record.owned ? dump(*record) : "", errorList(ctx)};

@@ -2,11 +2,11 @@
 #pragma once
 
 #include "FilterSet/QxXmlFilterSet.h"
-#include "capture.h"
 #include "context.h"
 #include "documentReading.h"
 #include "documents.h"
 #include "errors.h"
+#include "lists.h"
 #include "output.h"
 #include "types.h"
 #include "xmlJudge.h"
@@ -21,19 +21,23 @@ namespace filters {
 
 using namespace std::string_literals;
 using namespace std::string_view_literals;
+using support::addAttribute;
+using support::addForeign;
+using support::addText;
+using support::pattern;
+using support::printed;
 using support::Reading;
+using support::Record;
+using support::xmlString;
 
 inline constexpr const char *namespaceUri = "urn:ietf:params:xml:ns:simple-filter";
 
 // ---- Building ------------------------------------------------------------------------------------------------------
 
-// A heap copy, as a decoder makes one.
-RtxXmlString xmlString(RuntimeContext *ctx, const char *text);
-
 // A block of the context's heap with a pattern in it, so that a member that nobody wrote shows.
 template <class T> T *newBlock(RuntimeContext *ctx) {
   void *block = rtxMemHeapAlloc(ctx, sizeof(T));
-  std::memset(block, 0xA5, sizeof(T));
+  std::memset(block, pattern, sizeof(T));
   return static_cast<T *>(block);
 }
 
@@ -45,9 +49,6 @@ template <class T> T &append(RuntimeContext *ctx, RtxList &list) {
   return *item;
 }
 
-void appendText(RuntimeContext *ctx, RtxList &list, const char *text);
-void foreignElement(RuntimeContext *ctx, RtxAnyList &list, const char *element);
-void foreignAttribute(RuntimeContext *ctx, RtxAttrList &list, const char *name, const char *value);
 void declare(RuntimeContext *ctx, RtxNsDeclList &list, const char *prefix, const char *uri);
 
 // Sets every member that a type has, and every presence bit.
@@ -78,48 +79,9 @@ inline constexpr std::string_view fullBody =
     "<x:h xmlns:x=\"urn:x\"/></q:filter>"
     "<q:filter id=\"b\"/></q:filter-set>";
 
-// Frees all that a record holds, the texts of bindings too, which no function of the module frees.
-void release(RuntimeContext *ctx, NSBinding &record);
-void release(RuntimeContext *ctx, NSBindings &record);
-void release(RuntimeContext *ctx, InclType &record);
-void release(RuntimeContext *ctx, ExclType &record);
-void release(RuntimeContext *ctx, WhatType &record);
-void release(RuntimeContext *ctx, ChangedType &record);
-void release(RuntimeContext *ctx, TriggerType &record);
-void release(RuntimeContext *ctx, FilterType &record);
-void release(RuntimeContext *ctx, FilterSetType &record);
-
-enum class Start {
-  raw,     // storage with a pattern in it
-  fresh,   // initialised
-  complete // filled
-};
-
-// A record that is released at its end unless nothing ever made it one.
-template <class T> class Record {
-public:
-  explicit Record(RuntimeContext *context, Start start = Start::fresh) : ctx(context) {
-    std::memset(static_cast<void *>(&value), 0xA5, sizeof value);
-    if (start == Start::raw) return;
-    EXPECT_EQ(Functions<T>::init(ctx, &value), 0);
-    owned = true;
-    if (start == Start::complete) fill(ctx, value);
-  }
-  ~Record() {
-    if (owned) release(ctx, value);
-  }
-  Record(const Record &) = delete;
-  Record &operator=(const Record &) = delete;
-
-  operator T *() { return &value; }
-  T *operator->() { return &value; }
-  T &operator*() { return value; }
-
-  bool owned = false; // there is something to release
-
-private:
-  RuntimeContext *ctx;
-  T value;
+// A record with every member.
+template <class T> struct CompleteRecord : Record<T> {
+  explicit CompleteRecord(RuntimeContext *context) : Record<T>(context) { fill(context, **this); }
 };
 
 // ---- Showing -------------------------------------------------------------------------------------------------------
@@ -132,11 +94,6 @@ std::string dump(const WhatType &record);
 std::string dump(const TriggerType &record);
 std::string dump(const FilterType &record);
 std::string dump(const FilterSetType &record); // without the name of the element
-
-// What the printer of a type writes.
-template <class T> std::string printed(const char *name, const T *record) {
-  return support::captureStdout([&] { EXPECT_EQ(Functions<T>::print(name, record), 0); });
-}
 
 // The errors of the context, with the sources as "Enc", "Dec", "SAX" and "Vldt" and without their lines, of which no
 // one but the source is promised: "-33(NSBinding,k)@SAX".

@@ -13,28 +13,14 @@ using support::Context;
 namespace {
 
 // One set of callbacks, for filling a record or for checking only.
-template <class T> struct Filling {
+template <class T> struct Filling : Functions<T>::Filling {
   using Type = T;
-  using Handler = SaxTypeHandler;
   static constexpr bool fills = true;
-  static int init(RuntimeContext *ctx, Handler *handler, T *record, int32_t level) {
-    return Functions<T>::fillInit(ctx, handler, record, level);
-  }
-  static constexpr auto start = Functions<T>::fillStart;
-  static constexpr auto characters = Functions<T>::fillCharacters;
-  static constexpr auto end = Functions<T>::fillEnd;
 };
 
-template <class T> struct Checking {
+template <class T> struct Checking : Functions<T>::Checking {
   using Type = T;
-  using Handler = VsaxTypeHandler;
   static constexpr bool fills = false;
-  static int init(RuntimeContext *ctx, Handler *handler, T *, int32_t level) {
-    return Functions<T>::checkInit(ctx, handler, level);
-  }
-  static constexpr auto start = Functions<T>::checkStart;
-  static constexpr auto characters = Functions<T>::checkCharacters;
-  static constexpr auto end = Functions<T>::checkEnd;
 };
 
 // A handler with its record, initialised.

@@ -48,7 +48,7 @@ private:
   void attributes(RtxAttrList &list, bool declared) {
     constexpr const char *names[] = {"k", "l", "xml:lang", "v:k", "v:l"};
     for (size_t i = 0; i < (declared ? 5u : 3u); ++i)
-      if (random.chance(25)) foreignAttribute(ctx, list, names[i], support::randomText(random, 6).c_str());
+      if (random.chance(25)) addAttribute(ctx, list, names[i], support::randomText(random, 6).c_str());
   }
 
   // Foreign attributes and declarations of an expression or a change.
@@ -70,7 +70,7 @@ private:
 
   void foreignElements(RtxAnyList &list) {
     for (uint32_t left = random.chance(30) ? 1 + random.below(2) : 0; left != 0; --left)
-      foreignElement(ctx, list, support::randomForeignElement(random).c_str());
+      addForeign(ctx, list, support::randomForeignElement(random).c_str());
   }
 
   double amount() {
@@ -100,7 +100,7 @@ private:
       fill(append<ChangedType>(ctx, record.changed));
     for (RtxList *list : {&record.added, &record.removed})
       for (uint32_t left = random.below(3); left != 0; --left)
-        appendText(ctx, *list, support::randomText(random, 10).c_str());
+        addText(ctx, *list, support::randomText(random, 10).c_str());
     foreignElements(record._any);
   }
 
@@ -150,7 +150,7 @@ TEST(Property, RecordsSurviveBeingWrittenAndRead) {
     QxXmlV_filter_set(ctx);
     EXPECT_EQ(comparable(errorList(ctx)), "");
     rtxErrClear(ctx);
-    Record<FilterSetType> again(ctx, Start::raw);
+    auto again = Record<FilterSetType>::uninitialised(ctx);
     ASSERT_EQ(QxXmlD_filter_set(ctx, again), 0) << errorList(ctx);
     again.owned = true;
     EXPECT_EQ(dump(*again), dump(*original));

@@ -5,23 +5,13 @@
 
 using namespace filters;
 using support::Context;
+using support::expectEmpty;
 
 namespace {
 
 size_t blocks(RuntimeContext *ctx) { return support::heapStats(ctx).blocks; }
 
 // ---- Initialising --------------------------------------------------------------------------------------------------
-
-void expectEmpty(const RtxXmlString &text) {
-  EXPECT_FALSE(text.cdata);
-  EXPECT_EQ(text.value, nullptr);
-}
-
-void expectEmpty(const RtxList &list) {
-  EXPECT_EQ(list.count, 0u);
-  EXPECT_EQ(list.head, nullptr);
-  EXPECT_EQ(list.tail, nullptr);
-}
 
 void expectFresh(const NSBindings &record) { expectEmpty(record.ns_binding); }
 
@@ -67,9 +57,7 @@ TEST(InitRecord, AmountOfAChangeStaysAsItWas) {
   EXPECT_EQ(record->m, 0u);
   for (const RtxXmlString *text : {&record->value, &record->from, &record->to})
     expectEmpty(*text);
-  unsigned char pattern[sizeof record->by];
-  std::memset(pattern, 0xA5, sizeof pattern);
-  EXPECT_EQ(std::memcmp(&record->by, pattern, sizeof pattern), 0);
+  EXPECT_EQ(support::bytesOf(record->by), std::string(sizeof record->by, static_cast<char>(pattern)));
   expectEmpty(record->_anyAttr.items);
   expectEmpty(record->nsDecls.items);
 }
@@ -125,7 +113,7 @@ TYPED_TEST(EveryRecord, InitTakesNothingFromTheHeapAndRecordsNothing) {
 // The blocks that a filled record holds.
 template <class T> size_t blocksOfFilled(RuntimeContext *ctx) {
   const size_t before = blocks(ctx);
-  Record<T> record(ctx, Start::complete);
+  CompleteRecord<T> record(ctx);
   return blocks(ctx) - before;
 }
 
@@ -143,7 +131,7 @@ TYPED_TEST(EveryRecord, ReleaseTakesAFreshRecord) {
 
 TEST(ReleaseRecord, TextsOfBindingsStay) {
   Context ctx;
-  Record<NSBindings> record(ctx, Start::complete);
+  CompleteRecord<NSBindings> record(ctx);
   const auto *first = static_cast<NSBinding *>(record->ns_binding.head->data);
   const auto *second = static_cast<NSBinding *>(record->ns_binding.tail->data);
   const char *const texts[] = {first->prefix.value, first->urn.value, second->prefix.value, second->urn.value};
@@ -161,7 +149,7 @@ TEST(ReleaseRecord, TextsOfBindingsStay) {
 
 TEST(ReleaseRecord, SetReleasesItsBindingsButNotTheirTexts) {
   Context ctx;
-  Record<FilterSetType> record(ctx, Start::complete);
+  CompleteRecord<FilterSetType> record(ctx);
   QxMemFree_FilterSetType(ctx, record);
   record.owned = false;
   EXPECT_EQ(blocks(ctx), 4u);
@@ -170,7 +158,7 @@ TEST(ReleaseRecord, SetReleasesItsBindingsButNotTheirTexts) {
 TEST(ReleaseRecord, ChangeReleasesTextsByTheirBits) {
   for (uint32_t m = 0; m < 8; ++m) {
     Context ctx;
-    Record<ChangedType> record(ctx, Start::complete);
+    CompleteRecord<ChangedType> record(ctx);
     record->m = m;
     QxMemFree_ChangedType(ctx, record);
     record.owned = false;
@@ -189,7 +177,7 @@ TEST(ReleaseRecord, FilterReleasesMembersByTheirBits) {
   for (uint32_t m = 0; m < 32; ++m) {
     Context ctx;
     const size_t ofWhat = blocksOfFilled<WhatType>(ctx);
-    Record<FilterType> record(ctx, Start::complete);
+    CompleteRecord<FilterType> record(ctx);
     record->m = m;
     QxMemFree_FilterType(ctx, record);
     record.owned = false;
@@ -205,7 +193,7 @@ TEST(ReleaseRecord, SetReleasesMembersByTheirBits) {
   for (uint32_t m = 0; m < 4; ++m) {
     Context ctx;
     const size_t ofBindings = blocksOfFilled<NSBindings>(ctx);
-    Record<FilterSetType> record(ctx, Start::complete);
+    CompleteRecord<FilterSetType> record(ctx);
     record->m = m;
     QxMemFree_FilterSetType(ctx, record);
     record.owned = false;
@@ -217,10 +205,10 @@ TEST(ReleaseRecord, SetReleasesMembersByTheirBits) {
 template <class T> void expectExpressionReleased() {
   for (uint32_t m : {0u, 1u}) {
     Context ctx;
-    Record<T> record(ctx, Start::complete);
+    CompleteRecord<T> record(ctx);
     const void *const value = record->value.value;
     record->m = m;
-    release(ctx, *record);
+    Functions<T>::release(ctx, record);
     record.owned = false;
     EXPECT_EQ(blocks(ctx), 0u) << "the bit is that of the type, which owns nothing";
     EXPECT_EQ(record->m, m);
@@ -237,7 +225,7 @@ TEST(ReleaseRecord, ExpressionsReleaseAllWhateverTheBit) {
 
 TEST(ReleaseRecord, ClearsNoTextAndNoScalar) {
   Context ctx;
-  Record<FilterType> record(ctx, Start::complete);
+  CompleteRecord<FilterType> record(ctx);
   const auto address = [](const RtxXmlString &text) { return reinterpret_cast<uintptr_t>(text.value); };
   const uintptr_t before[] = {address(record->id), address(record->uri), address(record->domain)};
   QxMemFree_FilterType(ctx, record);
@@ -416,7 +404,7 @@ std::string linesOf(const std::string &type) {
 
 TYPED_TEST(EveryRecord, PrintsEachMemberOnALineInOrder) {
   Context ctx;
-  Record<TypeParam> record(ctx, Start::complete);
+  CompleteRecord<TypeParam> record(ctx);
   EXPECT_EQ(printed<TypeParam>("r", record), linesOf(Functions<TypeParam>::name));
 }
 
@@ -440,7 +428,7 @@ TYPED_TEST(EveryRecord, PrintsOnlyWhatAFreshRecordAlwaysHas) {
 TYPED_TEST(EveryRecord, CutsLongNames) {
   constexpr size_t longest = 511;
   Context ctx;
-  Record<TypeParam> record(ctx, Start::complete);
+  CompleteRecord<TypeParam> record(ctx);
   for (size_t length : {480u, 500u, 511u, 512u, 5000u}) {
     const std::string name(length, 'n');
     std::string expected;
@@ -460,7 +448,7 @@ TYPED_TEST(EveryRecord, CutsLongNames) {
 
 TYPED_TEST(EveryRecord, PrintTakesAnyNameAsText) {
   Context ctx;
-  Record<TypeParam> record(ctx, Start::complete);
+  CompleteRecord<TypeParam> record(ctx);
   const std::string lines = printed<TypeParam>("%s%n%d", record);
   EXPECT_TRUE(lines.starts_with("%s%n%d")) << lines;
 }

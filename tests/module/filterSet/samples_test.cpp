@@ -22,7 +22,7 @@ TEST(Samples, MakeTheRoundTrip) {
     Context ctx;
     EXPECT_EQ(validate(ctx, text).errors, "");
     ASSERT_EQ(support::setInput(ctx, text), 0);
-    Record<FilterSetType> record(ctx, Start::raw);
+    auto record = Record<FilterSetType>::uninitialised(ctx);
     ASSERT_EQ(QxXmlD_filter_set(ctx, record), 0) << errorList(ctx);
     record.owned = true;
     const std::string written = encodeRecord(ctx, record);

@@ -15,7 +15,7 @@ void decodeRound(RuntimeContext *ctx) {
 }
 
 void encodeRound(RuntimeContext *ctx) {
-  Record<FilterSetType> record(ctx, Start::complete);
+  CompleteRecord<FilterSetType> record(ctx);
   EXPECT_EQ(encodeRecord(ctx, record), message);
 }
 
@@ -44,7 +44,7 @@ TEST(SteadyState, Encode) {
   expectSteadyState("growing output", encodeRound);
   expectSteadyState("fixed output", [](RuntimeContext *ctx) {
     char buffer[4000];
-    Record<FilterSetType> record(ctx, Start::complete);
+    CompleteRecord<FilterSetType> record(ctx);
     ASSERT_EQ(rtxSetOutput(ctx, buffer, sizeof buffer), 0);
     EXPECT_EQ(QxXmlE_filter_set(ctx, record), 0);
   });

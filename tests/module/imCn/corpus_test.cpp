@@ -1,17 +1,12 @@
 // Bodies from the field, where a folder of them is named by IMSCODEC_CORPUS. Only what holds for any body is asserted;
 // the table shows the rest.
 #include "body.h"
-#include "capture.h"
 #include "corpus.h"
 
 using namespace body;
 using support::CorpusBody;
 
 namespace {
-
-std::string printed(const tIMS3GPP &record) {
-  return support::captureStdout([&] { QxPrint_tIMS3GPP("  r", &record); });
-}
 
 TEST(Corpus, EveryBodyIsReadOrRefusedInOrder) {
   support::everyCorpusBody("ims-3gpp", [](RuntimeContext *ctx, const CorpusBody &body) {
@@ -27,8 +22,8 @@ TEST(Corpus, EveryBodyIsReadOrRefusedInOrder) {
     const int checked = QxXmlV_ims_3gpp(ctx);
     support::expectRecordsWithPlace(ctx, checked);
     EXPECT_EQ(checked == STATUS_PARSE_FAILED, !readable);
-    const std::string row =
-        "decoded " + decoded + ", validated " + support::orClean(errorsOf(ctx)) + "\n" + printed(*record);
+    const std::string row = "decoded " + decoded + ", validated " + support::orClean(errorsOf(ctx)) + "\n" +
+                            support::printed("  r", *record);
     if (status != 0) return row;
 
     rtxErrClear(ctx);
@@ -36,7 +31,7 @@ TEST(Corpus, EveryBodyIsReadOrRefusedInOrder) {
     auto again = Record<tIMS3GPP>::uninitialised(ctx);
     EXPECT_EQ(QxXmlD_ims_3gpp(ctx, again), 0) << support::errors(ctx);
     again.owned = true;
-    EXPECT_EQ(printed(*again), printed(*record));
+    EXPECT_EQ(support::printed("  r", *again), support::printed("  r", *record));
     return row;
   });
 }

@@ -1,24 +1,18 @@
 // Initialising, releasing and printing a 3GPP IMS body.
 #include "body.h"
-#include "capture.h"
 #include "contextCheck.h"
 #include "lists.h"
 
 #include <algorithm>
 
 using namespace body;
-using support::captureStdout;
 using support::Context;
 using support::expectEmpty;
 using support::FailingCheck;
+using support::printed;
+using support::untouched;
 
 namespace {
-
-template <typename T> bool untouched(const T &record) {
-  unsigned char expected[sizeof(T)];
-  std::memset(expected, pattern, sizeof expected);
-  return std::memcmp(&record, expected, sizeof expected) == 0;
-}
 
 void expectFresh(const tAlternativeService &record) {
   expectEmpty(record.type);
@@ -41,10 +35,6 @@ void expectFresh(const tIMS3GPP &record) {
   expectEmpty(record._anyAttr.items);
 }
 
-template <typename T> std::string printed(const char *name, const T &record) {
-  return captureStdout([&] { EXPECT_EQ(Functions<T>::print(name, &record), 0); });
-}
-
 // ---- Initialising ---------------------------------------------------------------------------------------------
 
 TEST(InitRecord, MakesEverythingEmptyButTheVersion) {
@@ -59,8 +49,7 @@ TEST(InitRecord, RefusesAnUnusableContextAndLeavesTheRecord) {
   forEachType([]<typename T>() {
     RuntimeContext none{};
     for (RuntimeContext *ctx : {static_cast<RuntimeContext *>(nullptr), &none}) {
-      T record;
-      std::memset(static_cast<void *>(&record), pattern, sizeof record);
+      auto record = support::patterned<T>();
       EXPECT_EQ(Functions<T>::init(ctx, &record), STATUS_BAD_CONTEXT);
       EXPECT_TRUE(untouched(record));
     }
@@ -69,8 +58,7 @@ TEST(InitRecord, RefusesAnUnusableContextAndLeavesTheRecord) {
 
 template <typename T> std::string placeOfFailingInit() {
   Context ctx;
-  T record;
-  std::memset(static_cast<void *>(&record), pattern, sizeof record);
+  auto record = support::patterned<T>();
   {
     FailingCheck failing(-777);
     EXPECT_EQ(Functions<T>::init(ctx, &record), -777);

@@ -6,56 +6,54 @@
 #include "documentReading.h"
 #include "documents.h"
 #include "errors.h"
+#include "lists.h"
 #include "output.h"
+#include "record.h"
 
 #include <gtest/gtest.h>
 #include <string>
 #include <string_view>
 #include <vector>
 
+template <> struct support::Functions<tns__isComposing> {
+  RECORD_FUNCTIONS(tns__isComposing)
+  HANDLER_FUNCTIONS(tns__isComposing)
+  static void release(RuntimeContext *ctx, tns__isComposing *record) { QxMemFree_tns__isComposing(ctx, record); }
+};
+
 namespace composing {
 
 using namespace std::string_literals;
 using namespace std::string_view_literals;
+using support::foreignTexts;
+using support::Functions;
+using support::orDash;
+using support::pattern;
+using support::printed;
 using support::Reading;
+using support::xmlString;
 
 inline constexpr const char *namespaceUri = "urn:ietf:params:xml:ns:im-iscomposing";
 
-// A heap copy, as a decoder makes one.
-RtxXmlString xmlString(RuntimeContext *ctx, const char *text, bool cdata = false);
-
-// A record to be released by QxMemFree_tns__isComposing.
-class Record {
+// A record whose members are set in one expression.
+class Record : public support::Record<tns__isComposing> {
 public:
-  // Storage with a pattern in it, so that a member that nobody wrote shows.
-  explicit Record(RuntimeContext *context);
-  // The same after QxInit_tns__isComposing, with its state set.
+  // With this state; null: without one.
   Record(RuntimeContext *context, const char *state);
-  ~Record();
-  Record(const Record &) = delete;
-  Record &operator=(const Record &) = delete;
+  static Record uninitialised(RuntimeContext *context) { return Record(context); }
 
   Record &lastactive(const char *text);
   Record &contenttype(const char *text);
   Record &refresh(uint32_t value);
   Record &foreign(const char *element);
 
-  operator tns__isComposing *() { return &value; }
-  tns__isComposing *operator->() { return &value; }
-  const tns__isComposing &get() const { return value; }
-
-  bool initialised = false; // release it at the end
-
 private:
-  RuntimeContext *ctx;
-  tns__isComposing value;
+  explicit Record(RuntimeContext *context) : support::Record<tns__isComposing>(context, false) {}
 };
 
 // Every member that is present: "state=active lastactive=... contenttype=... refresh=5 any=<x/> any=<y/>"; a null text
 // as "-".
 std::string dump(const tns__isComposing &record);
-
-std::vector<std::string> foreignTexts(const tns__isComposing &record);
 
 // Decodes, validates the context's input, and releases what it got.
 Reading decodeInput(RuntimeContext *ctx);

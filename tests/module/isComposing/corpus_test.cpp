@@ -30,9 +30,9 @@ bool inOrder(const support::XmlElement &root) {
 
 TEST(Corpus, EveryBodyIsReadOrRefusedInOrder) {
   support::everyCorpusBody("iscomposing", [](RuntimeContext *ctx, const CorpusBody &body) {
-    Record record(ctx);
+    auto record = Record::uninitialised(ctx);
     int status = QxXmlD_tns_isComposing(ctx, record);
-    record.initialised = true;
+    record.owned = true;
     support::expectRecordsWithPlace(ctx, status);
     if (!body.tree) {
       EXPECT_EQ(status, STATUS_PARSE_FAILED);

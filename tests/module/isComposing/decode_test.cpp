@@ -192,10 +192,10 @@ TEST(Decode, RefreshConvertsOrNot) {
 TEST(Decode, RefreshThatDoesNotConvertKeepsItsValue) {
   Context ctx;
   ASSERT_EQ(support::setInput(ctx, document("<state>s</state><refresh>abc</refresh>")), 0);
-  Record record(ctx);
+  auto record = Record::uninitialised(ctx);
   record->tns_refresh = 4711;
   EXPECT_EQ(QxXmlD_tns_isComposing(ctx, record), STATUS_INVALID_CONTENT);
-  record.initialised = true;
+  record.owned = true;
   EXPECT_EQ(record->tns_refresh, 4711u);
   EXPECT_EQ(record->m, 0u);
 }
@@ -203,10 +203,10 @@ TEST(Decode, RefreshThatDoesNotConvertKeepsItsValue) {
 TEST(Decode, RefreshOfZeroIsStoredButAbsent) {
   Context ctx;
   ASSERT_EQ(support::setInput(ctx, document("<state>s</state><refresh>0</refresh><x:f xmlns:x=\"u\"/>")), 0);
-  Record record(ctx);
+  auto record = Record::uninitialised(ctx);
   record->tns_refresh = 4711;
   EXPECT_EQ(QxXmlD_tns_isComposing(ctx, record), STATUS_CONSTRAINT_VIOLATION);
-  record.initialised = true;
+  record.owned = true;
   EXPECT_EQ(support::errors(ctx), "-16(tns__isComposing.tns_refresh,0u)@QxXmlIsComposingSAX:236");
   EXPECT_EQ(record->tns_refresh, 0u);
   EXPECT_EQ(dump(record.get()), "state=s any=<x:f xmlns:x=\"u\"/>");
@@ -229,9 +229,9 @@ TEST(Decode, TextIsKeptAsItStands) {
     ASSERT_EQ(support::setInput(ctx, document("<state>"s + c.content + "</state><lastactive>" + c.content +
                                               "</lastactive><contenttype>" + c.content + "</contenttype>")),
               0);
-    Record record(ctx);
+    auto record = Record::uninitialised(ctx);
     EXPECT_EQ(QxXmlD_tns_isComposing(ctx, record), 0) << c.content;
-    record.initialised = true;
+    record.owned = true;
     EXPECT_EQ(record->m, 3u);
     for (const RtxXmlString &text : {record->tns_state, record->tns_lastactive, record->tns_contenttype}) {
       EXPECT_STREQ(text.value, c.text);
@@ -343,10 +343,10 @@ TEST(Decode, ForeignElementsMeanTheSameOnTheirOwn) {
   ASSERT_TRUE(whole);
   Context ctx;
   ASSERT_EQ(support::setInput(ctx, text), 0);
-  Record record(ctx);
+  auto record = Record::uninitialised(ctx);
   EXPECT_EQ(QxXmlD_tns_isComposing(ctx, record), 0) << support::errors(ctx);
-  record.initialised = true;
-  const std::vector<std::string> fragments = foreignTexts(record.get());
+  record.owned = true;
+  const std::vector<std::string> fragments = foreignTexts(record->anyElems);
   ASSERT_EQ(fragments.size(), 3u);
   for (size_t i = 0; i < fragments.size(); ++i) {
     const auto fragment = support::parseNamespacedXml(fragments[i]);
@@ -364,9 +364,9 @@ TEST(Decode, ForeignFragmentsAreWrittenBackUnchanged) {
   const std::string elements = "<x:f xmlns:x=\"u\" k=\"1\">t<x:g>&lt;&amp;</x:g>u</x:f><y xmlns=\"v\"/>";
   Context ctx;
   ASSERT_EQ(support::setInput(ctx, document("<state>s</state><refresh>1</refresh>" + elements)), 0);
-  Record record(ctx);
+  auto record = Record::uninitialised(ctx);
   ASSERT_EQ(QxXmlD_tns_isComposing(ctx, record), 0) << support::errors(ctx);
-  record.initialised = true;
+  record.owned = true;
   EXPECT_NE(encodeRecord(ctx, record).find("</tns:refresh>" + elements + "</tns:isComposing>"), std::string::npos);
 }
 

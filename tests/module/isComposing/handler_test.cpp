@@ -11,32 +11,13 @@ using support::Context;
 namespace {
 
 // One set of callbacks, for filling a record or for checking only.
-struct Filling {
-  using Handler = SaxTypeHandler;
-  static int init(RuntimeContext *ctx, Handler *handler, tns__isComposing *record, int32_t level) {
-    return QxSAX_tns__isComposing_init(ctx, handler, record, level);
-  }
-  static constexpr auto start = QxSAX_tns__isComposing_startElement;
-  static constexpr auto characters = QxSAX_tns__isComposing_characters;
-  static constexpr auto end = QxSAX_tns__isComposing_endElement;
-};
-
-struct Checking {
-  using Handler = VsaxTypeHandler;
-  static int init(RuntimeContext *ctx, Handler *handler, tns__isComposing *, int32_t level) {
-    return QxVSAX_tns__isComposing_init(ctx, handler, level);
-  }
-  static constexpr auto start = QxVSAX_tns__isComposing_startElement;
-  static constexpr auto characters = QxVSAX_tns__isComposing_characters;
-  static constexpr auto end = QxVSAX_tns__isComposing_endElement;
-};
+using Filling = Functions<tns__isComposing>::Filling;
+using Checking = Functions<tns__isComposing>::Checking;
 
 template <typename Kind> class Handlers : public testing::Test {
 protected:
   void SetUp() override {
-    std::memset(&handler, 0xA5, sizeof handler);
-    ASSERT_EQ(QxInit_tns__isComposing(ctx, record), 0);
-    record.initialised = true;
+    std::memset(&handler, pattern, sizeof handler);
     ASSERT_EQ(Kind::init(ctx, &handler, record, 0), 0);
   }
   void TearDown() override { rtxMemHeapFreePtr(ctx, handler.delegateStorage); }
@@ -48,7 +29,7 @@ protected:
   int end(const char *name) { return Kind::end(&handler, name, name); }
 
   Context ctx;
-  Record record{ctx};
+  Record record{ctx, nullptr};
   typename Kind::Handler handler;
 };
 

@@ -40,9 +40,9 @@ TEST(Property, RecordsSurviveBeingWrittenAndRead) {
     EXPECT_EQ(tree->children[0].text, original->tns_state.value);
 
     ASSERT_EQ(support::setInput(ctx, text), 0);
-    Record again(ctx);
+    auto again = Record::uninitialised(ctx);
     ASSERT_EQ(QxXmlD_tns_isComposing(ctx, again), 0) << support::errors(ctx);
-    again.initialised = true;
+    again.owned = true;
     EXPECT_EQ(again->m, original->m);
     EXPECT_EQ(dump(again.get()), dump(original.get()));
 

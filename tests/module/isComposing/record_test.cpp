@@ -1,44 +1,33 @@
 // Initialising, releasing and printing a composing indication.
-#include "capture.h"
 #include "composing.h"
 
 #include <algorithm>
 #include <cstring>
 
 using namespace composing;
-using support::captureStdout;
 using support::Context;
+using support::expectEmpty;
 
 namespace {
 
-std::string printed(const char *name, const tns__isComposing *record, int expected = 0) {
-  return captureStdout([&] { EXPECT_EQ(QxPrint_tns__isComposing(name, record), expected); });
-}
-
 TEST(InitRecord, MakesEverythingEmptyButTheNumber) {
   Context ctx;
-  tns__isComposing record;
-  std::memset(&record, 0xA5, sizeof record);
+  auto record = support::patterned<tns__isComposing>();
   EXPECT_EQ(QxInit_tns__isComposing(ctx, &record), 0);
   EXPECT_EQ(record.m, 0u);
-  for (const RtxXmlString &text : {record.tns_state, record.tns_lastactive, record.tns_contenttype}) {
-    EXPECT_FALSE(text.cdata);
-    EXPECT_EQ(text.value, nullptr);
-  }
+  for (const RtxXmlString &text : {record.tns_state, record.tns_lastactive, record.tns_contenttype})
+    expectEmpty(text);
   EXPECT_EQ(record.tns_refresh, 0xA5A5A5A5u) << "only its presence bit gives it a meaning";
-  EXPECT_EQ(record.anyElems.items.count, 0u);
-  EXPECT_EQ(record.anyElems.items.head, nullptr);
-  EXPECT_EQ(record.anyElems.items.tail, nullptr);
+  expectEmpty(record.anyElems.items);
 }
 
 TEST(InitRecord, RefusesAnUnusableContextAndLeavesTheRecord) {
   RuntimeContext none{};
   for (RuntimeContext *ctx : {static_cast<RuntimeContext *>(nullptr), &none}) {
-    tns__isComposing record;
-    std::memset(&record, 0xA5, sizeof record);
-    tns__isComposing before = record;
+    auto record = support::patterned<tns__isComposing>();
+    const std::string before = support::bytesOf(record);
     EXPECT_EQ(QxInit_tns__isComposing(ctx, &record), STATUS_BAD_CONTEXT);
-    EXPECT_EQ(std::memcmp(&record, &before, sizeof record), 0);
+    EXPECT_EQ(support::bytesOf(record), before);
   }
 }
 
@@ -56,7 +45,7 @@ TEST(ReleaseRecord, LeavesTextsAloneWhoseBitIsClear) {
   record.lastactive("kept").contenttype("kept too");
   record->m = 0;
   QxMemFree_tns__isComposing(ctx, record);
-  record.initialised = false;
+  record.owned = false;
   EXPECT_STREQ(record->tns_lastactive.value, "kept");
   EXPECT_STREQ(record->tns_contenttype.value, "kept too");
   EXPECT_EQ(support::heapStats(ctx).blocks, 2u);
@@ -72,7 +61,7 @@ TEST(ReleaseRecord, EachBitReleasesItsOwnText) {
     record.lastactive("a").contenttype("b");
     record->m = bit;
     QxMemFree_tns__isComposing(ctx, record);
-    record.initialised = false;
+    record.owned = false;
     EXPECT_EQ(support::heapStats(ctx).blocks, 1u);
     EXPECT_STREQ(bit == 1 ? record->tns_contenttype.value : record->tns_lastactive.value, bit == 1 ? "b" : "a");
   }
@@ -84,7 +73,7 @@ TEST(ReleaseRecord, ClearsNeitherTextsNorBits) {
   record.lastactive("a").contenttype("b").refresh(9).foreign("<x/>");
   const tns__isComposing before = record.get();
   QxMemFree_tns__isComposing(ctx, record);
-  record.initialised = false;
+  record.owned = false;
   EXPECT_EQ(record->m, 7u);
   EXPECT_EQ(record->tns_refresh, 9u);
   const auto address = [](const char *text) { return reinterpret_cast<uintptr_t>(text); };
@@ -105,18 +94,18 @@ TEST(PrintRecord, ShowsEachMemberOnALineOfItsOwn) {
   Context ctx;
   Record record(ctx, "active");
   record.lastactive("2024-01-02T03:04:05Z").contenttype("text/plain").refresh(90).foreign("<x/>").foreign("<y>2</y>");
-  EXPECT_EQ(printed("rec", record), "rec.tns_state = \"active\"\n"
-                                    "rec.tns_lastactive = \"2024-01-02T03:04:05Z\"\n"
-                                    "rec.tns_contenttype = \"text/plain\"\n"
-                                    "rec.tns_refresh = 90\n"
-                                    "rec[0] = \"<x/>\"\n"
-                                    "rec[1] = \"<y>2</y>\"\n");
+  EXPECT_EQ(printed<tns__isComposing>("rec", record), "rec.tns_state = \"active\"\n"
+                                                      "rec.tns_lastactive = \"2024-01-02T03:04:05Z\"\n"
+                                                      "rec.tns_contenttype = \"text/plain\"\n"
+                                                      "rec.tns_refresh = 90\n"
+                                                      "rec[0] = \"<x/>\"\n"
+                                                      "rec[1] = \"<y>2</y>\"\n");
 }
 
 TEST(PrintRecord, FreshRecordShowsOnlyItsRequiredMember) {
   Context ctx;
   Record record(ctx, nullptr);
-  EXPECT_EQ(printed("rec", record), "rec.tns_state = <null>\n");
+  EXPECT_EQ(printed<tns__isComposing>("rec", record), "rec.tns_state = <null>\n");
 }
 
 TEST(PrintRecord, EachBitShowsItsOwnMember) {
@@ -129,7 +118,7 @@ TEST(PrintRecord, EachBitShowsItsOwnMember) {
     for (uint32_t i = 0; i < 3; ++i)
       if ((m >> i & 1) != 0) expected += lines[i];
     record->m = m;
-    EXPECT_EQ(printed("r", record), expected);
+    EXPECT_EQ(printed<tns__isComposing>("r", record), expected);
   }
   record->m = 7;
 }
@@ -141,7 +130,7 @@ TEST(PrintRecord, CutsLongNames) {
   for (size_t length : {500u, 501u, 502u, 511u, 512u, 5000u}) {
     const std::string name(length, 'n');
     const auto cut = [&](const char *suffix) { return (name + suffix).substr(0, 511); };
-    EXPECT_EQ(printed(name.c_str(), record),
+    EXPECT_EQ(printed<tns__isComposing>(name.c_str(), record),
               cut(".tns_state") + " = \"s\"\n" + cut(".tns_refresh") + " = 1\n" + cut("[0]") + " = \"<x/>\"\n");
   }
 }
@@ -149,17 +138,17 @@ TEST(PrintRecord, CutsLongNames) {
 TEST(PrintRecord, TakesAnyNameAsText) {
   Context ctx;
   Record record(ctx, "s");
-  EXPECT_EQ(printed("%s%n%d", record), "%s%n%d.tns_state = \"s\"\n");
-  EXPECT_EQ(printed("", record), ".tns_state = \"s\"\n");
+  EXPECT_EQ(printed<tns__isComposing>("%s%n%d", record), "%s%n%d.tns_state = \"s\"\n");
+  EXPECT_EQ(printed<tns__isComposing>("", record), ".tns_state = \"s\"\n");
 }
 
 TEST(PrintRecord, DecodedForeignElementsHaveAnIndexEach) {
   Context ctx;
   ASSERT_EQ(support::setInput(ctx, document("<state>idle</state><x:f xmlns:x='u'/><x:g xmlns:x='u'>t</x:g>")), 0);
-  Record record(ctx);
+  auto record = Record::uninitialised(ctx);
   ASSERT_EQ(QxXmlD_tns_isComposing(ctx, record), 0) << support::errors(ctx);
-  record.initialised = true;
-  const std::string lines = printed("rec", record);
+  record.owned = true;
+  const std::string lines = printed<tns__isComposing>("rec", record);
   EXPECT_TRUE(lines.starts_with("rec.tns_state = \"idle\"\nrec[0] = \"<x:f ")) << lines;
   EXPECT_NE(lines.find("\nrec[1] = \"<x:g "), std::string::npos) << lines;
   EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 3);

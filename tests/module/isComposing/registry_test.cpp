@@ -128,7 +128,7 @@ TEST(Registry, SurvivesAResetAndServesEncodersAfterItWasFreed) {
   EXPECT_EQ(encodeRecord(ctx, record), first);
   const void *block = ctx->globalData;
   ASSERT_NE(block, nullptr) << "made by the encoder";
-  record.initialised = false;
+  record.owned = false;
   rtxContextReset(ctx);
   EXPECT_EQ(ctx->globalData, block);
 }

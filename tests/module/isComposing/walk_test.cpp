@@ -127,10 +127,10 @@ TEST(Walk, ForeignElementWithNestedContent) {
     const auto whole = support::parseNamespacedXml(text);
     ASSERT_TRUE(whole);
     ASSERT_EQ(support::setInput(ctx, text), 0);
-    Record record(ctx);
+    auto record = Record::uninitialised(ctx);
     EXPECT_EQ(QxXmlD_tns_isComposing(ctx, record), 0);
-    record.initialised = true;
-    const std::vector<std::string> fragments = foreignTexts(record.get());
+    record.owned = true;
+    const std::vector<std::string> fragments = foreignTexts(record->anyElems);
     ASSERT_EQ(fragments.size(), 2u);
     for (size_t i = 0; i < 2; ++i) {
       const auto fragment = support::parseNamespacedXml(fragments[i]);

@@ -1,6 +1,5 @@
 // Bodies from the field, where a folder of them is named by IMSCODEC_CORPUS. Only what holds for any body is asserted;
 // the table shows the rest.
-#include "capture.h"
 #include "corpus.h"
 #include "settings.h"
 
@@ -8,10 +7,6 @@ using namespace settings;
 using support::CorpusBody;
 
 namespace {
-
-std::string printed(const poc_settingsType &record) {
-  return support::captureStdout([&] { QxPrint_poc_settingsType("  r", &record); });
-}
 
 TEST(Corpus, EveryBodyIsReadOrRefusedInOrder) {
   support::everyCorpusBody("poc-settings", [](RuntimeContext *ctx, const CorpusBody &body) {
@@ -26,8 +21,8 @@ TEST(Corpus, EveryBodyIsReadOrRefusedInOrder) {
     const int checked = QxXmlV_poc_settings(ctx);
     support::expectRecordsWithPlace(ctx, checked);
     EXPECT_EQ(checked == STATUS_PARSE_FAILED, !readable);
-    const std::string row =
-        "decoded " + decoded + ", validated " + support::orClean(errorsOf(ctx)) + "\n" + printed(*record);
+    const std::string row = "decoded " + decoded + ", validated " + support::orClean(errorsOf(ctx)) + "\n" +
+                            support::printed("  r", *record);
     if (status != 0) return row;
 
     rtxErrClear(ctx);
@@ -35,7 +30,7 @@ TEST(Corpus, EveryBodyIsReadOrRefusedInOrder) {
     auto again = Record<poc_settingsType>::uninitialised(ctx);
     EXPECT_EQ(QxXmlD_poc_settings(ctx, again), 0) << support::errors(ctx);
     again.owned = true;
-    EXPECT_EQ(printed(*again), printed(*record));
+    EXPECT_EQ(support::printed("  r", *again), support::printed("  r", *record));
     return row;
   });
 }

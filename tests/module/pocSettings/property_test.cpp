@@ -1,5 +1,4 @@
 // Any record survives being written and read.
-#include "capture.h"
 #include "randomText.h"
 #include "settings.h"
 #include "xmlJudge.h"
@@ -32,10 +31,6 @@ void fill(Random &random, RuntimeContext *ctx, poc_settingsType &record) {
   fillExtras(random, ctx, record.anyElems, record._anyAttr);
 }
 
-std::string printed(const poc_settingsType &record) {
-  return support::captureStdout([&] { QxPrint_poc_settingsType("r", &record); });
-}
-
 TEST(Property, RecordsSurviveBeingWrittenAndRead) {
   Random random(20240607);
   Context ctx;
@@ -56,7 +51,7 @@ TEST(Property, RecordsSurviveBeingWrittenAndRead) {
     auto again = Record<poc_settingsType>::uninitialised(ctx);
     ASSERT_EQ(QxXmlD_poc_settings(ctx, again), 0) << support::errors(ctx);
     again.owned = true;
-    EXPECT_EQ(printed(*again), printed(*original));
+    EXPECT_EQ(support::printed("r", *again), support::printed("r", *original));
     EXPECT_EQ(encodeRecord(ctx, again), text);
     if (testing::Test::HasFailure()) return;
   }

@@ -7,6 +7,8 @@ using namespace settings;
 using support::captureStdout;
 using support::Context;
 using support::FailingCheck;
+using support::printed;
+using support::untouched;
 
 namespace {
 
@@ -66,16 +68,6 @@ struct ExpectFresh {
   }
 };
 
-template <typename T> bool untouched(const T &record) {
-  unsigned char expected[sizeof(T)];
-  std::memset(expected, pattern, sizeof expected);
-  return std::memcmp(&record, expected, sizeof expected) == 0;
-}
-
-template <typename T> std::string printed(const char *name, const T &record) {
-  return captureStdout([&] { EXPECT_EQ(Functions<T>::print(name, &record), 0); });
-}
-
 // ---- Initialising ---------------------------------------------------------------------------------------------
 
 TEST(InitRecord, MakesEverythingEmptyButTheValues) {
@@ -104,8 +96,7 @@ TEST(InitRecord, RefusesAnUnusableContextAndLeavesTheRecord) {
   forEachType([]<typename T>() {
     RuntimeContext none{};
     for (RuntimeContext *ctx : {static_cast<RuntimeContext *>(nullptr), &none}) {
-      T record;
-      std::memset(static_cast<void *>(&record), pattern, sizeof record);
+      auto record = support::patterned<T>();
       EXPECT_EQ(Functions<T>::init(ctx, &record), STATUS_BAD_CONTEXT);
       EXPECT_TRUE(untouched(record));
     }
@@ -116,8 +107,7 @@ TEST(InitRecord, FailureIsRecordedWithTheModulesBaseFile) {
   std::vector<int> lines;
   forEachType([&]<typename T>() {
     Context ctx;
-    T record;
-    std::memset(static_cast<void *>(&record), pattern, sizeof record);
+    auto record = support::patterned<T>();
     {
       FailingCheck failing(-777);
       EXPECT_EQ(Functions<T>::init(ctx, &record), -777);

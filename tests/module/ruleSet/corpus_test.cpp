@@ -87,9 +87,9 @@ bool isInOrder(const XmlElement &root) { return root.name == "ruleset" && all(ro
 std::string roundTrip(RuntimeContext *ctx, const std::string &text) {
   EXPECT_EQ(support::setInput(ctx, text), 0);
   support::HeapBalance balance(ctx);
-  Record record(ctx);
+  auto record = Record::uninitialised(ctx);
   const int status = QxXmlD_cp_ruleset(ctx, record);
-  record.initialised = true;
+  record.owned = true;
   support::expectRecordsWithPlace(ctx, status);
   if (status != 0) return {};
   const std::string written = encodeRecord(ctx, record);

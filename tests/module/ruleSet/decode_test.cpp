@@ -71,9 +71,9 @@ TEST(Decode, EmptyRuleSet) {
   expectReading({"\n <!-- nothing --> \n", "", ""});
   Context ctx;
   ASSERT_EQ(support::setInput(ctx, "<ruleset/>"), 0);
-  Record record(ctx);
+  auto record = Record::uninitialised(ctx);
   EXPECT_EQ(QxXmlD_cp_ruleset(ctx, record), 0) << errorList(ctx);
-  record.initialised = true;
+  record.owned = true;
   EXPECT_EQ(record->cp_rule.count, 0u);
   EXPECT_EQ(record->cp_rule.head, nullptr);
   const std::string written = encodeRecord(ctx, record);
@@ -288,9 +288,9 @@ TEST(Decode, ForeignConditionsThatStandSideBySideShareAnItem) {
 
   Context ctx;
   ASSERT_EQ(support::setInput(ctx, document(cases[0].content)), 0);
-  Record record(ctx);
+  auto record = Record::uninitialised(ctx);
   EXPECT_EQ(QxXmlD_cp_ruleset(ctx, record), 0) << errorList(ctx);
-  record.initialised = true;
+  record.owned = true;
   std::vector<int> selectors;
   const auto *first = static_cast<const cp_ruleType *>(record->cp_rule.head->data);
   for (const RtxListNode *node = first->cp_conditions.items.head; node != nullptr; node = node->next)
@@ -360,9 +360,9 @@ TEST(Decode, ForeignElementsMeanTheSameOnTheirOwn) {
   ASSERT_TRUE(whole);
   Context ctx;
   ASSERT_EQ(support::setInput(ctx, text), 0);
-  Record record(ctx);
+  auto record = Record::uninitialised(ctx);
   EXPECT_EQ(QxXmlD_cp_ruleset(ctx, record), 0) << errorList(ctx);
-  record.initialised = true;
+  record.owned = true;
   const std::vector<std::string> kept = fragments(record.get());
   const std::vector<support::XmlElement> written = foreignElements(*whole);
   ASSERT_EQ(kept.size(), written.size());
@@ -499,9 +499,9 @@ TEST(Decode, DatesAreKeptAsTheyStand) {
     const std::string text =
         document(conditions("<validity><from>"s + t.content + "</from><until>" + t.content + "</until></validity>"));
     ASSERT_EQ(support::setInput(ctx, text), 0);
-    Record record(ctx);
+    auto record = Record::uninitialised(ctx);
     EXPECT_EQ(QxXmlD_cp_ruleset(ctx, record), 0) << errorList(ctx);
-    record.initialised = true;
+    record.owned = true;
     EXPECT_EQ(dump(record.get()), "rule(r conditions[validity("s + t.text + "," + t.text + ")])");
   }
 }
@@ -567,9 +567,9 @@ TEST(Decode, IdentityWithoutAnItem) {
 TEST(Decode, CountOfAnIdentityHasTwoSpellings) {
   Context ctx;
   ASSERT_EQ(support::setInput(ctx, document(conditions("<identity/>"))), 0);
-  Record record(ctx);
+  auto record = Record::uninitialised(ctx);
   EXPECT_EQ(QxXmlD_cp_ruleset(ctx, record), STATUS_CONSTRAINT_VIOLATION);
-  record.initialised = true;
+  record.owned = true;
   EXPECT_EQ(errorList(ctx), "-16(.count,0)@SAX");
   rtxErrClear(ctx);
   ASSERT_EQ(rtxSetOutputDynamic(ctx), 0);
@@ -853,9 +853,9 @@ TEST(Decode, PresenceAuthorisationSurvivesUnchangedInMeaning) {
       [](RuntimeContext *ctx, const SpelledDocument &document) {
         const auto whole = support::parseNamespacedXml(document.text);
         ASSERT_TRUE(whole);
-        Record record(ctx);
+        auto record = Record::uninitialised(ctx);
         ASSERT_EQ(QxXmlD_cp_ruleset(ctx, record), 0) << errorList(ctx);
-        record.initialised = true;
+        record.owned = true;
         EXPECT_EQ(record->cp_rule.count, 20u);
 
         const std::vector<std::string> kept = fragments(record.get());

@@ -334,7 +334,7 @@ TEST(EncodeChoice, WritesWhatTheSelectorNamesAndRefusesOthers) {
       {[](Builder &b, auto &r) { b.complete(r.u.cp_validity); }, prefixed(element("~validity", validityWritten), "c:")},
       {[](Builder &b, auto &r) {
          for (const char *element : {"<x/>", "<y>1</y>", "<z/>"})
-           b.foreign(r.u.cp__any.items, element);
+           b.foreign(r.u.cp__any, element);
        },
        "<x/><y>1</y><z/>"},
   });
@@ -452,7 +452,7 @@ TEST(EncodeForeign, IsCopiedAsItStands) {
   const std::string element = "<!--as it stands--><x:f xmlns:x='u' k=\"1\">1 &lt; 2<![CDATA[<]]><?p i?></x:f>";
   Record<cp_extensibleType> actions(ctx);
   for (bool cdata : {false, true}) {
-    build.foreign(actions->items.items, element);
+    build.foreign(actions->items, element);
     static_cast<RtxXmlString *>(actions->items.items.tail->data)->cdata = cdata;
   }
   EXPECT_EQ(
@@ -720,7 +720,7 @@ support::Outcome encodeComplete(RuntimeContext *ctx) {
       outcome.result = outcome.status == 0 ? support::outputText(ctx) : "";
     }
   }
-  releaseWhole(ctx, record);
+  Functions<cp__ruleset>::release(ctx, &record);
   return outcome;
 }
 
@@ -775,7 +775,7 @@ TEST(Encode, HostDeclarationsBesideOursAreWritten) {
   auto *rule = build.rule(*record, "r");
   ASSERT_NE(rule, nullptr);
   rule->m = cp_ruleType_has_actions;
-  build.foreign(rule->cp_actions.items.items, "<x:f/>");
+  build.foreign(rule->cp_actions.items, "<x:f/>");
   const auto root = support::parseNamespacedXml(encodedDocument(ctx, record));
   ASSERT_TRUE(root);
   ASSERT_EQ(root->children.size(), 1u);

@@ -29,9 +29,9 @@ Outcome validateBody(RuntimeContext *ctx, const std::string &text) {
 Outcome roundTripBody(RuntimeContext *ctx, const std::string &text) {
   const int set = support::setInput(ctx, text);
   if (set != 0) return {set, {}};
-  Record record(ctx);
+  auto record = Record::uninitialised(ctx);
   const int status = QxXmlD_cp_ruleset(ctx, record);
-  record.initialised = status != STATUS_READER_FAILED;
+  record.owned = status != STATUS_READER_FAILED;
   if (status != 0) return {status, {}};
   return support::encodeBody(ctx, [&](RuntimeContext *c) { return QxXmlE_cp_ruleset(c, record); });
 }

@@ -9,12 +9,14 @@
 
 using namespace reading;
 using support::Context;
+using support::Functions;
 
 namespace {
 
 // ---- The handlers of the module -------------------------------------------------------------------------------
 
-template <typename Handler> struct Functions {
+// Those of a type behind untyped pointers.
+template <typename Handler> struct Callbacks {
   const char *type;
   int (*initRecord)(RuntimeContext *ctx, void *record);
   int (*init)(RuntimeContext *ctx, Handler *handler, void *record, int32_t level);
@@ -24,40 +26,36 @@ template <typename Handler> struct Functions {
   bool delegates; // has children with handlers of their own
 };
 
-#define INIT_RECORD(T) [](RuntimeContext *ctx, void *record) { return QxInit_##T(ctx, static_cast<T *>(record)); }
+template <typename T, typename Kind> constexpr Callbacks<typename Kind::Handler> callbacksOf(bool delegates) {
+  return {
+      .type = Functions<T>::name,
+      .initRecord = [](RuntimeContext *ctx, void *record) { return Functions<T>::init(ctx, static_cast<T *>(record)); },
+      .init = [](RuntimeContext *ctx, typename Kind::Handler *handler, void *record,
+                 int32_t level) { return Kind::init(ctx, handler, static_cast<T *>(record), level); },
+      .start = Kind::start,
+      .characters = Kind::characters,
+      .end = Kind::end,
+      .delegates = delegates};
+}
 
-#define FILLING(T, delegates)                                                                                             \
-  {                                                                                                                       \
-#T, INIT_RECORD(T),                                                                                                   \
-        [](RuntimeContext * ctx, SaxTypeHandler * handler, void *record,                                                  \
-           int32_t                                                                                                        \
-               level) { return QxSAX_##T##_init(ctx, handler, static_cast<T *>(record), level); },                        \
-                                                                                                QxSAX_##T##_startElement, \
-                                                                                                QxSAX_##T##_characters,   \
-                                                                                                QxSAX_##T##_endElement,   \
-                                                                                                delegates                 \
-  }
+template <typename T> constexpr auto fillingOf(bool delegates) {
+  return callbacksOf<T, typename Functions<T>::Filling>(delegates);
+}
+template <typename T> constexpr auto checkingOf(bool delegates) {
+  return callbacksOf<T, typename Functions<T>::Checking>(delegates);
+}
 
-#define CHECKING(T, delegates)                                                                                         \
-  {                                                                                                                    \
-#T, INIT_RECORD(T),                                                                                                \
-        [](RuntimeContext * ctx, VsaxTypeHandler * handler, void *,                                                    \
-           int32_t level) { return QxVSAX_##T##_init(ctx, handler, level); }, QxVSAX_##T##_startElement,               \
-                                                                           QxVSAX_##T##_characters,                    \
-                                                                           QxVSAX_##T##_endElement, delegates          \
-  }
+constexpr Callbacks<SaxTypeHandler> filling[] = {fillingOf<cp_oneType>(true),        fillingOf<cp_exceptType>(false),
+                                                 fillingOf<cp_manyType>(true),       fillingOf<cp_identityType>(true),
+                                                 fillingOf<cp_sphereType>(false),    fillingOf<cp_validityType>(false),
+                                                 fillingOf<cp_conditionsType>(true), fillingOf<cp_extensibleType>(true),
+                                                 fillingOf<cp_ruleType>(true),       fillingOf<cp__ruleset>(true)};
 
-constexpr Functions<SaxTypeHandler> filling[] = {FILLING(cp_oneType, true),        FILLING(cp_exceptType, false),
-                                                 FILLING(cp_manyType, true),       FILLING(cp_identityType, true),
-                                                 FILLING(cp_sphereType, false),    FILLING(cp_validityType, false),
-                                                 FILLING(cp_conditionsType, true), FILLING(cp_extensibleType, true),
-                                                 FILLING(cp_ruleType, true),       FILLING(cp__ruleset, true)};
-
-constexpr Functions<VsaxTypeHandler> checking[] = {
-    CHECKING(cp_oneType, false),       CHECKING(cp_exceptType, false),     CHECKING(cp_manyType, true),
-    CHECKING(cp_identityType, true),   CHECKING(cp_sphereType, false),     CHECKING(cp_validityType, false),
-    CHECKING(cp_conditionsType, true), CHECKING(cp_extensibleType, false), CHECKING(cp_ruleType, true),
-    CHECKING(cp__ruleset, true)};
+constexpr Callbacks<VsaxTypeHandler> checking[] = {
+    checkingOf<cp_oneType>(false),       checkingOf<cp_exceptType>(false),     checkingOf<cp_manyType>(true),
+    checkingOf<cp_identityType>(true),   checkingOf<cp_sphereType>(false),     checkingOf<cp_validityType>(false),
+    checkingOf<cp_conditionsType>(true), checkingOf<cp_extensibleType>(false), checkingOf<cp_ruleType>(true),
+    checkingOf<cp__ruleset>(true)};
 
 template <typename Handler> const auto &allFunctions() {
   if constexpr (std::is_same_v<Handler, SaxTypeHandler>) {
@@ -67,8 +65,8 @@ template <typename Handler> const auto &allFunctions() {
   }
 }
 
-template <typename Handler> const Functions<Handler> &functionsOf(std::string_view type) {
-  for (const Functions<Handler> &functions : allFunctions<Handler>())
+template <typename Handler> const Callbacks<Handler> &functionsOf(std::string_view type) {
+  for (const Callbacks<Handler> &functions : allFunctions<Handler>())
     if (functions.type == type) return functions;
   ADD_FAILURE() << "there is no type " << type;
   return allFunctions<Handler>()[0];
@@ -113,7 +111,7 @@ public:
   }
   template <typename Record> Record &record() { return *reinterpret_cast<Record *>(storage.data()); }
 
-  const Functions<Handler> &functions;
+  const Callbacks<Handler> &functions;
   Handler handler;
   alignas(std::max_align_t) std::array<unsigned char, 256> storage;
   int initStatus = 0;

@@ -1,6 +1,7 @@
 // Any rule set survives being written and read.
 #include "input.h"
 #include "randomText.h"
+#include "reading.h"
 #include "rules.h"
 #include "schemaJudge.h"
 #include "xmlJudge.h"
@@ -62,7 +63,7 @@ private:
 
   void fill(cp_extensibleType &record) {
     for (uint32_t left = random.below(4); left != 0; --left)
-      build.foreign(record.items.items, foreign());
+      build.foreign(record.items, foreign());
   }
 
   void fill(cp_conditionsType &record) {
@@ -412,52 +413,6 @@ std::string meaning(const XmlElement &element, Identifiers identifiers) {
   return all + ")";
 }
 
-// The foreign elements of a rule set in document order, as infosets.
-void collectForeign(const XmlElement &element, std::vector<std::string> &all) {
-  const bool allForeign = element.name == "actions" || element.name == "transformations";
-  for (const XmlElement &child : element.children) {
-    if (allForeign || !isOwn(child)) {
-      all.push_back(child.infoset());
-    } else {
-      collectForeign(child, all);
-    }
-  }
-}
-
-// The texts of the foreign elements that a record keeps, in document order.
-class KeptFragments {
-public:
-  explicit KeptFragments(const cp__ruleset &record) {
-    forEachItem<cp_ruleType>(record.cp_rule, [this](const cp_ruleType &rule) {
-      if ((rule.m & cp_ruleType_has_conditions) != 0)
-        forEachItem<cp_conditionsType_1>(rule.cp_conditions.items, [this](const auto &item) { add(item); });
-      if ((rule.m & cp_ruleType_has_actions) != 0) add(rule.cp_actions.items);
-      if ((rule.m & cp_ruleType_has_transformations) != 0) add(rule.cp_transformations.items);
-    });
-  }
-
-  std::vector<std::string> texts;
-
-private:
-  void add(const RtxXmlString &text) { texts.emplace_back(text.value == nullptr ? "" : text.value); }
-  void add(const RtxAnyList &list) {
-    forEachItem<RtxXmlString>(list.items, [this](const RtxXmlString &text) { add(text); });
-  }
-  void add(const cp_conditionsType_1 &item) {
-    if (item.t == cp_conditionsType_1_any) add(item.u.cp__any);
-    if (item.t == cp_conditionsType_1_identity)
-      forEachItem<cp_identityType_1>(item.u.cp_identity.items, [this](const auto &who) { add(who); });
-  }
-  void add(const cp_identityType_1 &item) {
-    if (item.t == cp_identityType_1_any) add(item.u.cp__any);
-    if (item.t == cp_identityType_1_one && item.u.cp_one.m != 0) add(item.u.cp_one.cp__any);
-    if (item.t == cp_identityType_1_many)
-      forEachItem<cp_manyType_1>(item.u.cp_many.cp__choice, [this](const auto &who) {
-        if (who.t == cp_manyType_1_any) add(who.u.cp__any);
-      });
-  }
-};
-
 // Decodes a rule set, encodes it and decodes it again; what comes of it must say the same. Returns what was encoded.
 std::string throughTheCodec(RuntimeContext *ctx, const std::string &text) {
   const auto tree = support::parseNamespacedXml(text);
@@ -470,9 +425,10 @@ std::string throughTheCodec(RuntimeContext *ctx, const std::string &text) {
   EXPECT_EQ(first->cp_rule.count, tree->children.size());
 
   std::vector<std::string> expected;
-  collectForeign(*tree, expected);
+  for (const XmlElement &element : reading::foreignElements(*tree))
+    expected.push_back(element.infoset());
   std::vector<std::string> kept;
-  for (const std::string &fragment : KeptFragments(*first).texts) {
+  for (const std::string &fragment : reading::fragments(*first)) {
     const auto alone = support::parseNamespacedXml(fragment);
     EXPECT_TRUE(alone) << "a fragment that does not stand on its own: " << fragment;
     kept.push_back(alone ? alone->infoset() : fragment);

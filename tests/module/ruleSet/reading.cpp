@@ -1,5 +1,6 @@
 #include "reading.h"
 
+#include "lists.h"
 #include "output.h"
 
 #include <cstdlib>
@@ -8,6 +9,8 @@
 #include <sstream>
 
 namespace reading {
+
+using support::forEachItem;
 
 // ---- Documents ----
 
@@ -93,19 +96,6 @@ std::string realLifeBody() {
 
 namespace {
 
-template <typename Item, typename Use> void forEach(const RtxList &list, const Use &use) {
-  uint32_t items = 0;
-  const RtxListNode *last = nullptr;
-  for (const RtxListNode *node = list.head; node != nullptr; node = node->next) {
-    EXPECT_EQ(node->prev, last);
-    last = node;
-    ++items;
-    use(*static_cast<Item *>(node->data));
-  }
-  EXPECT_EQ(list.tail, last);
-  EXPECT_EQ(list.count, items);
-}
-
 std::string show(const RtxXmlString &text) {
   return (text.value == nullptr ? "-"s : std::string(text.value)) + (text.cdata ? "!cdata" : "");
 }
@@ -125,7 +115,7 @@ private:
 
 std::string dumpTexts(const RtxAnyList &list) {
   Words words;
-  forEach<const RtxXmlString>(list.items, [&](const RtxXmlString &text) { words += show(text); });
+  forEachItem<const RtxXmlString>(list.items, [&](const RtxXmlString &text) { words += show(text); });
   return "[" + words.text() + "]";
 }
 
@@ -178,13 +168,13 @@ std::string dump(const cp_manyType &record) {
   EXPECT_EQ(record.m & ~1u, 0u);
   Words words;
   if ((record.m & cp_manyType_has_domain) != 0) words += "domain=" + show(record.cp_domain);
-  forEach<const cp_manyType_1>(record.cp__choice, [&](const cp_manyType_1 &item) { words += dumpItem(item); });
+  forEachItem<const cp_manyType_1>(record.cp__choice, [&](const cp_manyType_1 &item) { words += dumpItem(item); });
   return "many(" + words.text() + ")";
 }
 
 std::string dump(const cp_identityType &record) {
   Words words;
-  forEach<const cp_identityType_1>(record.items, [&](const cp_identityType_1 &item) { words += dumpItem(item); });
+  forEachItem<const cp_identityType_1>(record.items, [&](const cp_identityType_1 &item) { words += dumpItem(item); });
   return "identity[" + words.text() + "]";
 }
 
@@ -196,7 +186,8 @@ std::string dump(const cp_validityType &record) {
 
 std::string dump(const cp_conditionsType &record) {
   Words words;
-  forEach<const cp_conditionsType_1>(record.items, [&](const cp_conditionsType_1 &item) { words += dumpItem(item); });
+  forEachItem<const cp_conditionsType_1>(record.items,
+                                         [&](const cp_conditionsType_1 &item) { words += dumpItem(item); });
   return "conditions[" + words.text() + "]";
 }
 
@@ -214,7 +205,7 @@ std::string dump(const cp_ruleType &record) {
 
 std::string dump(const cp__ruleset &record) {
   Words words;
-  forEach<const cp_ruleType>(record.cp_rule, [&](const cp_ruleType &item) { words += dump(item); });
+  forEachItem<const cp_ruleType>(record.cp_rule, [&](const cp_ruleType &item) { words += dump(item); });
   return words.text();
 }
 
@@ -226,18 +217,18 @@ std::vector<std::string> fragments(const cp__ruleset &record) {
   };
   const auto addOfIdentity = [&](const cp_identityType_1 &item) {
     if (item.t == cp_identityType_1_one && (item.u.cp_one.m & cp_oneType_has_any) != 0) add(item.u.cp_one.cp__any);
-    if (item.t == cp_identityType_1_many) forEach<const cp_manyType_1>(item.u.cp_many.cp__choice, addOfMany);
+    if (item.t == cp_identityType_1_many) forEachItem<const cp_manyType_1>(item.u.cp_many.cp__choice, addOfMany);
     if (item.t == cp_identityType_1_any) add(item.u.cp__any);
   };
   const auto addOfConditions = [&](const cp_conditionsType_1 &item) {
     if (item.t == cp_conditionsType_1_identity)
-      forEach<const cp_identityType_1>(item.u.cp_identity.items, addOfIdentity);
-    if (item.t == cp_conditionsType_1_any) forEach<const RtxXmlString>(item.u.cp__any.items, add);
+      forEachItem<const cp_identityType_1>(item.u.cp_identity.items, addOfIdentity);
+    if (item.t == cp_conditionsType_1_any) forEachItem<const RtxXmlString>(item.u.cp__any.items, add);
   };
-  forEach<const cp_ruleType>(record.cp_rule, [&](const cp_ruleType &item) {
-    forEach<const cp_conditionsType_1>(item.cp_conditions.items, addOfConditions);
-    forEach<const RtxXmlString>(item.cp_actions.items.items, add);
-    forEach<const RtxXmlString>(item.cp_transformations.items.items, add);
+  forEachItem<const cp_ruleType>(record.cp_rule, [&](const cp_ruleType &item) {
+    forEachItem<const cp_conditionsType_1>(item.cp_conditions.items, addOfConditions);
+    forEachItem<const RtxXmlString>(item.cp_actions.items.items, add);
+    forEachItem<const RtxXmlString>(item.cp_transformations.items.items, add);
   });
   return all;
 }
@@ -256,41 +247,15 @@ std::vector<support::XmlElement> foreignElements(const support::XmlElement &root
   return all;
 }
 
-void releaseAll(RuntimeContext *ctx, cp__ruleset *record) {
-  const auto releaseException = [ctx](cp_manyType_1 &item) {
-    if (item.t != cp_manyType_1_except) return;
-    rtxMemHeapFreePtr(ctx, item.u.cp_except.cp_domain.value);
-    rtxMemHeapFreePtr(ctx, item.u.cp_except.cp_id.value);
-  };
-  const auto releaseIdentity = [&](cp_identityType_1 &item) {
-    if (item.t == cp_identityType_1_many) forEach<cp_manyType_1>(item.u.cp_many.cp__choice, releaseException);
-  };
-  const auto releaseCondition = [&](cp_conditionsType_1 &item) {
-    if (item.t == cp_conditionsType_1_identity) forEach<cp_identityType_1>(item.u.cp_identity.items, releaseIdentity);
-    if (item.t == cp_conditionsType_1_sphere) rtxMemHeapFreePtr(ctx, item.u.cp_sphere.cp_value.value);
-  };
-  forEach<cp_ruleType>(record->cp_rule, [&](cp_ruleType &item) {
-    if ((item.m & cp_ruleType_has_conditions) != 0)
-      forEach<cp_conditionsType_1>(item.cp_conditions.items, releaseCondition);
-  });
-  QxMemFree_cp__ruleset(ctx, record);
-}
-
-Record::Record(RuntimeContext *context) : ctx(context) { std::memset(&value, 0xA5, sizeof value); }
-
-Record::~Record() {
-  if (initialised) releaseAll(ctx, &value);
-}
-
 // ---- Reading ----
 
 std::string errorList(RuntimeContext *ctx) { return support::errorsBySource(ctx, "QxXmlRuleSet"); }
 
 Reading decodeInput(RuntimeContext *ctx) {
-  Record record(ctx);
+  auto record = Record::uninitialised(ctx);
   const int status = QxXmlD_cp_ruleset(ctx, record);
-  record.initialised = status != STATUS_READER_FAILED;
-  return {status, record.initialised ? dump(record.get()) : "", errorList(ctx)};
+  record.owned = status != STATUS_READER_FAILED;
+  return {status, record.owned ? dump(record.get()) : "", errorList(ctx)};
 }
 
 Reading decode(RuntimeContext *ctx, const std::string &document) {

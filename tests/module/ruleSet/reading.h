@@ -1,11 +1,11 @@
 // What the tests that read rule sets share.
 #pragma once
 
-#include "RuleSet/QxXmlRuleSet.h"
 #include "context.h"
 #include "documentReading.h"
 #include "documents.h"
 #include "errors.h"
+#include "types.h"
 #include "xmlJudge.h"
 
 #include <gtest/gtest.h>
@@ -17,9 +17,9 @@ namespace reading {
 
 using namespace std::string_literals;
 using namespace std::string_view_literals;
+using rules::namespaceUri;
 using support::Reading;
-
-inline constexpr const char *namespaceUri = "urn:ietf:params:xml:ns:common-policy";
+using Record = support::Record<cp__ruleset>;
 
 // ---- Documents ----
 
@@ -38,28 +38,6 @@ extern const char *const fullRecord;
 std::string realLifeBody();
 
 // ---- Records ----
-
-// Frees a record with the texts of its exceptions and spheres, which its release function leaves on the heap.
-void releaseAll(RuntimeContext *ctx, cp__ruleset *record);
-
-// A record for a decoder, with a pattern in it so that a member that nobody wrote shows. Released with all texts.
-class Record {
-public:
-  explicit Record(RuntimeContext *context);
-  ~Record();
-  Record(const Record &) = delete;
-  Record &operator=(const Record &) = delete;
-
-  operator cp__ruleset *() { return &value; }
-  cp__ruleset *operator->() { return &value; }
-  const cp__ruleset &get() const { return value; }
-
-  bool initialised = false; // release it at the end
-
-private:
-  RuntimeContext *ctx;
-  cp__ruleset value;
-};
 
 // All that a record holds, a null text as "-":
 //   rule(r conditions[identity[one(sip:a) many(domain=b except(id=c) any=<x/>) any=<y/>] sphere(work)

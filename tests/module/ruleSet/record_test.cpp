@@ -17,16 +17,6 @@ namespace {
 
 // ---- Init -----------------------------------------------------------------------------------------------------
 
-template <typename T> T patterned() {
-  T record;
-  std::memset(static_cast<void *>(&record), 0xA5, sizeof record);
-  return record;
-}
-
-template <typename T> std::string bytesOf(const T &record) {
-  return {reinterpret_cast<const char *>(&record), sizeof record};
-}
-
 void expectEmpty(uint32_t m) { EXPECT_EQ(m, 0u); }
 
 template <typename T>
@@ -144,7 +134,7 @@ RELEASE(cp__ruleset)
 
 template <typename T> void release(RuntimeContext *ctx, Record<T> &record) {
   Release<T>::function(ctx, record);
-  record.released = true;
+  record.owned = false;
 }
 
 size_t blocks(RuntimeContext *ctx) { return support::heapStats(ctx).blocks; }
@@ -250,7 +240,7 @@ constexpr Alternative<cp_conditionsType_1> conditionsAlternatives[] = {
     {4, 0,
      [](Builder &b, auto &r) {
        for (const char *element : {"<x/>", "<y/>", "<z/>"})
-         b.foreign(r.u.cp__any.items, element);
+         b.foreign(r.u.cp__any, element);
      }},
 };
 

@@ -46,9 +46,9 @@ TEST(SteadyState, Validate) {
 TEST(SteadyState, RoundTrip) {
   expectSteadyState("both ways", [](RuntimeContext *ctx, const std::string &body) {
     ASSERT_EQ(support::setInput(ctx, body), 0);
-    Record record(ctx);
+    auto record = Record::uninitialised(ctx);
     EXPECT_EQ(QxXmlD_cp_ruleset(ctx, record), 0);
-    record.initialised = true;
+    record.owned = true;
     EXPECT_FALSE(encodeRecord(ctx, record).empty());
   });
 }

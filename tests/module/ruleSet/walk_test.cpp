@@ -29,9 +29,9 @@ void setUp(RuntimeContext *ctx, const std::string &text, Table table) {
 Walk walk(RuntimeContext *ctx, const std::string &text, Table table = Table::installed) {
   setUp(ctx, text, table);
   support::HeapBalance balance(ctx);
-  Record record(ctx);
+  auto record = Record::uninitialised(ctx);
   EXPECT_EQ(QxInit_cp__ruleset(ctx, record), 0);
-  record.initialised = true;
+  record.owned = true;
   SaxTypeHandler handler;
   EXPECT_EQ(QxSAX_cp__ruleset_init(ctx, &handler, record, 0), 0);
   Walk walk = support::walkThrough(ctx, handler, "ruleset");

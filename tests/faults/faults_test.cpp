@@ -7,6 +7,7 @@
 #include "output.h"
 #include "rtx.h"
 #include "samples.h"
+#include "scarceRuntime.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -15,6 +16,7 @@
 #include <set>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 using faults::Sample;
@@ -131,6 +133,16 @@ TEST_P(EveryDocument, IsValidatedUnderEveryFailedAllocation) {
 
 TEST_P(EveryDocument, IsWrittenUnderEveryFailedAllocation) {
   EXPECT_GT(support::faults([&](RuntimeContext *ctx) { return decodeAndEncode(ctx, sample); }).failed, 10u);
+}
+
+// The documents together reach every function that is to fail.
+TEST(Documents, LetEveryFunctionThatNeedsStorageFail) {
+  for (const Sample &sample : faults::allSamples())
+    support::faults([&](RuntimeContext *ctx) { return decodeAndEncode(ctx, sample); });
+  EXPECT_EQ(support::refusedFunctions(),
+            (std::set<std::string_view>{"SAXAnyInit", "rtXmlDecXmlStr", "rtXmlNSPush", "rtXmlNSSetNamespace",
+                                        "rtXmlNSSetURITable", "rtxCheckBuffer", "rtxDListAppend", "rtxMemBufAppend",
+                                        "rtxMemHeapAlloc", "rtxUTF8Strdup"}));
 }
 
 TEST_P(EveryDocument, IsReadAndWrittenWithinEveryHeapLimit) {

@@ -1,14 +1,30 @@
 // The runtime's functions that need storage, as the linker's --wrap option sends the codec's calls here: each call asks
 // the fault plan first. The runtime's own allocations are too few and too large to reach every place where the codec
 // may find that there is none left.
+#include "scarceRuntime.h"
+
 #include "faultPlan.h"
 #include "rtx.h"
+
+namespace {
+
+std::set<std::string_view> refused;
+
+bool refuses(std::string_view function) {
+  if (!support::faultPlan().refuseNext()) return false;
+  refused.insert(function);
+  return true;
+}
+
+} // namespace
+
+const std::set<std::string_view> &support::refusedFunctions() { return refused; }
 
 // Name, result on failure, parameters, arguments.
 #define SCARCE(name, Result, failure, parameters, arguments)                                                           \
   extern "C" Result __real_##name parameters;                                                                          \
   extern "C" Result __wrap_##name parameters;                                                                          \
-  Result __wrap_##name parameters { return support::faultPlan().refuseNext() ? failure : __real_##name arguments; }
+  Result __wrap_##name parameters { return refuses(#name) ? failure : __real_##name arguments; }
 
 SCARCE(rtxMemHeapAlloc, void *, nullptr, (RuntimeContext * ctx, size_t size), (ctx, size))
 SCARCE(rtxDListAppend, RtxListNode *, nullptr, (RuntimeContext * ctx, RtxList *list, void *data), (ctx, list, data))

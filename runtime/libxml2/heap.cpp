@@ -109,9 +109,10 @@ void Heap::unreserve(void *piece, size_t size) {
 
 // Gives back what no live block lies in: freed large blocks, and the pages that are not in use yet.
 void Heap::releaseSpare() {
-  for (LargeBlock *&waiting : freeLarge) {
-    while (LargeBlock *block = waiting) {
-      waiting = block->next;
+  for (LargeBlock **waiting = freeLarge; freeLargeCount != 0; waiting++) {
+    while (LargeBlock *block = *waiting) {
+      *waiting = block->next;
+      freeLargeCount--;
       unreserve(block, block->whole);
     }
   }
@@ -183,7 +184,10 @@ void *Heap::allocateLarge(size_t size) {
     whole = strideOf(sizeClass);
     LargeBlock *&waiting = freeLarge[sizeClass - smallClasses];
     block = waiting;
-    if (block != nullptr) waiting = block->next;
+    if (block != nullptr) {
+      waiting = block->next;
+      freeLargeCount--;
+    }
   }
   if (block == nullptr) {
     block = static_cast<LargeBlock *>(reserve(whole));
@@ -247,6 +251,7 @@ void Heap::retireLarge(LargeBlock *block) {
   LargeBlock *&waiting = freeLarge[classOf(block->whole) - smallClasses];
   block->next = waiting;
   waiting = block;
+  freeLargeCount++;
 }
 
 } // namespace rt

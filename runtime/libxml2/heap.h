@@ -120,6 +120,7 @@ private:
   Page *currentPage = nullptr;
   LargeBlock *liveLarge = nullptr;
   LargeBlock *freeLarge[keptClasses - smallClasses] = {};
+  size_t freeLargeCount = 0;
   size_t reserved = 0;
   SystemAllocator system;
 #if RT_ADDRESS_SANITIZER

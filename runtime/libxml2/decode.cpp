@@ -61,7 +61,7 @@ int rtXmlDecXmlStr(RuntimeContext *ctx, RtxXmlString *text) {
   const rt::Input input = rt::inputOf(ctx);
   // Most texts are short and ASCII: this needs no frame for them.
   char *copy = static_cast<char *>(ctx->internals->heap.allocateAtOnce(input.length + 1));
-  if (copy == nullptr || !rt::copyIf<rt::Printable>(copy, input.bytes, input.length)) [[unlikely]]
+  if (copy == nullptr || !rt::copyIf<rt::TextOfXml>(copy, input.bytes, input.length)) [[unlikely]]
     return rt::convertText(ctx, text, copy);
   copy[input.length] = '\0';
   *text = {false, copy};

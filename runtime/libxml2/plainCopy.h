@@ -11,8 +11,8 @@
 
 namespace rt {
 
-// What may be true of all bytes of a word: that they are ASCII characters but no control characters, or those of them
-// that have no meaning in markup, which leaves out quotes, "&", "<" and ">".
+// What may be true of all bytes of a word: that they are ASCII characters which XML allows, or printable ones that have
+// no meaning in markup, which leaves out quotes, "&", "<" and ">".
 #if defined(__SSE2__)
 using WidestWord = __m128i;
 
@@ -29,8 +29,15 @@ inline uint64_t both(uint32_t a, uint32_t b) { return uint64_t{b} << 32 | a; }
 // As signed numbers the bytes from 0x80 on are below the blank too.
 inline __m128i bytesBelowBlank(__m128i word) { return _mm_cmplt_epi8(word, inEachByte(' ')); }
 
-struct Printable {
-  template <class Word> static bool holds(Word word) { return _mm_movemask_epi8(bytesBelowBlank(repeated(word))) == 0; }
+struct TextOfXml {
+  template <class Word> static bool holds(Word word) {
+    const __m128i bytes = repeated(word);
+    const int below = _mm_movemask_epi8(bytesBelowBlank(bytes));
+    if (below == 0) return true;
+    const __m128i lineEnd =
+        _mm_or_si128(_mm_cmpeq_epi8(bytes, inEachByte('\n')), _mm_cmpeq_epi8(bytes, inEachByte('\r')));
+    return below == _mm_movemask_epi8(_mm_or_si128(lineEnd, _mm_cmpeq_epi8(bytes, inEachByte('\t'))));
+  }
 };
 
 struct PlainInMarkup {
@@ -51,7 +58,7 @@ template <class Word> constexpr Word inEachByte(unsigned char byte) {
 inline uint64_t both(uint32_t a, uint32_t b) { return uint64_t{b} << 32 | a; }
 
 // A top bit is set where a byte is less than what is subtracted from it; above such a byte it may be set for nothing.
-struct Printable {
+struct TextOfXml { // blanks other than the space are left to others
   template <class Word> static constexpr bool holds(Word word) {
     return (((word - inEachByte<Word>(0x20)) | word) & inEachByte<Word>(0x80)) == 0;
   }

@@ -78,8 +78,10 @@ bool parseDecimal(const char *text, size_t length, double &value) {
 
 size_t collapseSpace(char *text, size_t length) {
   size_t used = 0;
+  while (used<length &&static_cast<unsigned char>(text[used])> ' ')
+    used++; // most texts have no white space
   bool pendingBlank = false;
-  for (size_t i = 0; i < length; i++) {
+  for (size_t i = used; i < length; i++) {
     if (isXmlSpace(text[i])) {
       pendingBlank = used != 0;
       continue;

@@ -140,11 +140,16 @@ int rtXmlTreatWhitespaces(RuntimeContext *ctx, int mode) {
 int rtXmlDecQName(RuntimeContext *ctx, const char *qualifiedName, const char **localName, const char **prefix) {
   if (!rt::usable(ctx)) return STATUS_BAD_CONTEXT;
   if (qualifiedName == nullptr) return STATUS_INVALID_LEXICAL_FORM;
+  RtxInternals &internals = *ctx->internals;
+  if (const rt::Binding *binding = internals.namespaces.bindingAskedFor(qualifiedName)) {
+    if (prefix != nullptr) *prefix = binding->prefix;
+    if (localName != nullptr) *localName = qualifiedName + binding->prefixLength + 1;
+    return 0;
+  }
   const char *colon = strchr(qualifiedName, ':');
   if (prefix != nullptr) {
     const char *copy = nullptr;
     if (colon != nullptr) {
-      RtxInternals &internals = *ctx->internals;
       copy = internals.namespaces.keepPrefix(internals.heap, qualifiedName, static_cast<size_t>(colon - qualifiedName));
       if (copy == nullptr) return STATUS_NO_MEMORY;
     }

@@ -57,7 +57,7 @@ NamespaceStack::Outer NamespaceStack::hideOuter() {
   const Outer outer = {hidden, mark(), hostHidden};
   hidden = outer.top;
   hostHidden = true;
-  askedUri = nullptr;
+  forgetAnswers();
   return outer;
 }
 
@@ -65,11 +65,11 @@ void NamespaceStack::showOuter(const Outer &outer) {
   restore(outer.top);
   hidden = outer.hidden;
   hostHidden = outer.hostHidden;
-  askedUri = nullptr;
+  forgetAnswers();
 }
 
 void NamespaceStack::dropTo(uint32_t count) {
-  askedUri = nullptr;
+  forgetAnswers();
   for (uint32_t i = bindingCount; i > count; i--)
     *chainOf(bindings[i - 1]) = bindings[i - 1].older;
   chunk = bindings[count].chunk;
@@ -211,7 +211,7 @@ int NamespaceStack::add(Heap &heap, Text prefix, Text uri, bool declared, uint32
   uint32_t *chain = chainOf(added);
   added.older = *chain;
   *chain = ++bindingCount;
-  askedUri = nullptr;
+  forgetAnswers();
   return 0;
 }
 
@@ -278,7 +278,7 @@ int NamespaceStack::setTable(Heap &heap, const char *const *entries, uint32_t co
   if (count == tableCount && std::equal(entries, entries + count, table)) return 0;
   tableCount = 0;
   tableEpoch++;
-  askedUri = nullptr;
+  forgetAnswers();
   while (tableCapacity < count) {
     if (!growArray(heap, table, 0, tableCapacity, 8)) return STATUS_NO_MEMORY;
   }
@@ -332,7 +332,7 @@ int NamespaceStack::declare(Heap &heap, const char *prefix, const char *uri, boo
 }
 
 int NamespaceStack::declareHost(Heap &heap, Text prefix, Text uri, bool written, bool override) {
-  askedUri = nullptr;
+  forgetAnswers();
   Binding *declaration = const_cast<Binding *>(findHost(prefix.bytes, prefix.length));
   if (declaration != nullptr && (!override || spells(*declaration, uri))) {
     declaration->declared |= written;
@@ -396,6 +396,8 @@ const Binding *NamespaceStack::nextDeclared(uint32_t &cursor) const {
 // ---- Life
 
 const char *NamespaceStack::keepPrefix(Heap &heap, const char *prefix, size_t length) {
+  namedBinding = find(prefix, length);
+  if (namedBinding != nullptr) return namedBinding->prefix;
   if (length > textLimit) return nullptr;
   if (length >= keptPrefixCapacity) {
     char *larger = static_cast<char *>(heap.systemAllocate(length + 64));
@@ -410,7 +412,7 @@ const char *NamespaceStack::keepPrefix(Heap &heap, const char *prefix, size_t le
 }
 
 void NamespaceStack::resetToHost() {
-  askedUri = nullptr;
+  forgetAnswers();
   hidden = {0, 0};
   hostHidden = false;
   inDocument = false;

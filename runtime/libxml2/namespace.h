@@ -108,6 +108,7 @@ public:
       const Binding &binding = bindings[newestDefault - 1];
       if (binding.tableEpoch == tableEpoch) return binding.tableIndex;
     }
+    if (namedBinding != nullptr && prefix == namedBinding->prefix) return tableIndexOf(namedBinding);
     return findTableIndex(prefix);
   }
   // Position of the entry that is this very pointer, or -1.
@@ -145,8 +146,18 @@ public:
   // The declarations to be written, oldest first, each prefix once. Start with cursor 0; null ends the walk.
   const Binding *nextDeclared(uint32_t &cursor) const;
 
-  // A copy of a prefix that stays until the next call; null: no storage.
+  // A prefix with a NUL behind it that stays until the next call; null: no storage.
   const char *keepPrefix(Heap &heap, const char *prefix, size_t length);
+
+  // What keepPrefix was last asked for, if a qualified name has that prefix, is bound, and nothing was bound since;
+  // else null.
+  const Binding *bindingAskedFor(const char *qualifiedName) const {
+    if (namedBinding == nullptr) return nullptr;
+    const char *prefix = namedBinding->prefix;
+    while (*prefix != '\0' && *prefix == *qualifiedName)
+      prefix++, qualifiedName++;
+    return *prefix == '\0' && *qualifiedName == ':' ? namedBinding : nullptr;
+  }
 
   // ---- Life
 
@@ -168,6 +179,10 @@ private:
   uint32_t newestDeclared(const Binding &like) const;
 
   void remember(const char *uri, const Binding *binding);
+  void forgetAnswers() {
+    askedUri = nullptr;
+    namedBinding = nullptr;
+  }
 
   int add(Heap &heap, Text prefix, Text uri, bool declared);
   int add(Heap &heap, Text prefix, Text uri, bool declared, uint32_t hash, const Binding *present);
@@ -219,6 +234,8 @@ private:
   const char *askedPrefix = nullptr;
   TagStart askedTag = {};
   static constexpr TagStart unprefixedTag = {"<", 1};
+
+  const Binding *namedBinding = nullptr; // of the prefix that keepPrefix was last asked for; null: none, or not known
 
   char *keptPrefix = nullptr;
   size_t keptPrefixCapacity = 0;

@@ -444,8 +444,13 @@ private:
     *to++ = '=';
     *to++ = '"';
     next = to;
-    escaped(value, escape);
-    put({"\"", 1});
+    if (static_cast<size_t>(end - to) > value.length && copyIf<PlainInMarkup>(to, value.bytes, value.length)) {
+      next = to + value.length;
+      *next++ = '"';
+    } else {
+      escaped(value, escape);
+      put({"\"", 1});
+    }
     tag.attributes |= name.bit();
     tag.attributesEnd = position();
   }
@@ -545,35 +550,19 @@ inline bool mayClose(const RuntimeContext *ctx) {
   return ctx->state != XMLSTATE_IN_ATTRIBUTES && (!state.tag.isRoot || state.tag.declaresItself);
 }
 
-// Whether an element that is not the root can begin.
-inline bool mayBegin(const RuntimeContext *ctx) {
-  const RtxInternals &internals = *ctx->internals;
-  return internals.bufferIsOutput && !internals.encode.rootPending && mayClose(ctx);
-}
+// Whether a tag can begin.
+inline bool mayBegin(const RuntimeContext *ctx) { return ctx->internals->bufferIsOutput && mayClose(ctx); }
 
 inline bool hasRoom(const RtxTextBuffer &buffer, size_t count) { return buffer.size - buffer.byteIndex >= count; }
 
 using TagStart = NamespaceStack::TagStart;
 
 // Bytes that the functions below may write for the name of a tag with all around it.
-constexpr size_t longName = 32;
 constexpr size_t tagRoom = TagStart::room + longName + 4;
-
-// Writes a name without its length being known, up to its NUL. Null if it is a long one.
-inline char *writeName(char *to, const char *name) {
-  if (name == nullptr) return to;
-  for (const char *const end = to + longName; to < end; to += 4, name += 4) {
-    if ((to[0] = name[0]) == '\0') return to;
-    if ((to[1] = name[1]) == '\0') return to + 1;
-    if ((to[2] = name[2]) == '\0') return to + 2;
-    if ((to[3] = name[3]) == '\0') return to + 3;
-  }
-  return nullptr;
-}
 
 inline char *writeTagStart(char *to, const TagStart &tag, const char *name) {
   memcpy(to, tag.text, sizeof tag.text); // whatever its length
-  return writeName(to + tag.length, name);
+  return name == nullptr ? to + tag.length : copyName(to + tag.length, name);
 }
 
 // What was written does not count: the output ends where it did.
@@ -593,7 +582,8 @@ inline void wroteTo(RuntimeContext *ctx, const char *end, bool tagOpen) {
 }
 
 inline bool startPlainElement(RuntimeContext *ctx, const char *localName, const RtxNamespace *ns, bool terminate) {
-  if (!mayBegin(ctx)) return false;
+  EncodeState &state = ctx->internals->encode;
+  if (!mayBegin(ctx) || (terminate && state.rootPending)) return false;
   const TagStart *tagStart = ctx->internals->namespaces.tagStartOf(ns);
   if (tagStart == nullptr || !hasRoom(ctx->buffer, tagRoom)) return false;
   char *const start = closeTag(ctx, ctx->buffer.data + ctx->buffer.byteIndex);
@@ -602,12 +592,14 @@ inline bool startPlainElement(RuntimeContext *ctx, const char *localName, const 
   if (terminate) {
     *to++ = '>';
   } else {
-    OpenTag &tag = ctx->internals->encode.tag;
-    tag = {};
-    tag.start = static_cast<size_t>(start - ctx->buffer.data);
-    tag.nameEnd = tag.attributesEnd = static_cast<size_t>(to - ctx->buffer.data);
-    tag.prefixLength = tagStart->length == 1 ? 0 : static_cast<uint32_t>(tagStart->length - 2);
-    tag.uri = ns == nullptr ? nullptr : ns->uri; // of the table, if it is one
+    const size_t nameEnd = static_cast<size_t>(to - ctx->buffer.data);
+    state.tag = {.isRoot = state.rootPending,
+                 .start = static_cast<size_t>(start - ctx->buffer.data),
+                 .nameEnd = nameEnd,
+                 .attributesEnd = nameEnd,
+                 .prefixLength = tagStart->prefixLength(),
+                 .uri = ns == nullptr ? nullptr : ns->uri}; // of the table, if it is one
+    state.rootPending = false;
   }
   wroteTo(ctx, to, !terminate);
   return true;
@@ -634,8 +626,10 @@ inline bool endPlainElement(RuntimeContext *ctx, const char *localName, const Rt
   return true;
 }
 
+// Content of an element. Kind: what all bytes of a text must be to be written as they are.
+template <class Kind>
 inline bool writePlainElement(RuntimeContext *ctx, Text text, const char *localName, const RtxNamespace *ns) {
-  if (text.length == 0 || !mayBegin(ctx)) return false;
+  if (text.length == 0 || !mayBegin(ctx) || ctx->internals->encode.rootPending) return false;
   const TagStart *tagStart = ctx->internals->namespaces.tagStartOf(ns);
   if (tagStart == nullptr || !hasRoom(ctx->buffer, 2 * tagRoom + text.length)) return false;
   char *const start = closeTag(ctx, ctx->buffer.data + ctx->buffer.byteIndex);
@@ -643,7 +637,7 @@ inline bool writePlainElement(RuntimeContext *ctx, Text text, const char *localN
   if (to == nullptr) return giveUp(ctx);
   const size_t nameLength = static_cast<size_t>(to - start) - 1;
   *to++ = '>';
-  if (!copyIf<PlainInMarkup>(to, text.bytes, text.length)) return giveUp(ctx);
+  if (!copyIf<Kind>(to, text.bytes, text.length)) return giveUp(ctx);
   to += text.length;
   *to++ = '<';
   *to++ = '/';
@@ -654,24 +648,43 @@ inline bool writePlainElement(RuntimeContext *ctx, Text text, const char *localN
   return true;
 }
 
-// Content alone, of an element or of the value of an attribute.
-inline bool writePlainContent(RuntimeContext *ctx, Text text) {
-  const RtxInternals &internals = *ctx->internals;
-  const bool inTag = internals.encode.tagOpen && ctx->state == XMLSTATE_IN_ATTRIBUTES;
-  if (text.length == 0 || !internals.bufferIsOutput || !(inTag || mayClose(ctx))) return false;
-  if (!hasRoom(ctx->buffer, text.length + 1)) return false;
-  char *to = ctx->buffer.data + ctx->buffer.byteIndex;
-  if (!inTag) to = closeTag(ctx, to);
-  if (!copyIf<PlainInMarkup>(to, text.bytes, text.length)) return giveUp(ctx);
-  wroteTo(ctx, to + text.length, inTag);
+// Content alone.
+template <class Kind> inline bool writePlainContent(RuntimeContext *ctx, Text text) {
+  if (text.length == 0 || !mayBegin(ctx) || !hasRoom(ctx->buffer, text.length + 1)) return false;
+  char *to = closeTag(ctx, ctx->buffer.data + ctx->buffer.byteIndex);
+  if (!copyIf<Kind>(to, text.bytes, text.length)) return giveUp(ctx);
+  wroteTo(ctx, to + text.length, false);
   return true;
 }
 
-inline bool writePlain(RuntimeContext *ctx, Text text, const char *elementName, const RtxNamespace *ns) {
-  return elementName == nullptr ? writePlainContent(ctx, text) : writePlainElement(ctx, text, elementName, ns);
+// Markup alone, which is taken as it is.
+inline bool writeMarkup(RuntimeContext *ctx, Text text) {
+  if (text.length == 0 || ctx->state == XMLSTATE_IN_ATTRIBUTES || !mayBegin(ctx)) return false;
+  if (!hasRoom(ctx->buffer, text.length + 1)) return false;
+  char *const to = closeTag(ctx, ctx->buffer.data + ctx->buffer.byteIndex);
+  memcpy(to, text.bytes, text.length);
+  wroteTo(ctx, to + text.length, false);
+  return true;
 }
 
-inline bool writePlainAttribute(RuntimeContext *ctx, Text name, Text value) {
+// A piece of the value of an attribute.
+template <class Kind> inline bool writePlainValue(RuntimeContext *ctx, Text text) {
+  const RtxInternals &internals = *ctx->internals;
+  if (text.length == 0 || !internals.bufferIsOutput || !hasRoom(ctx->buffer, text.length)) return false;
+  char *const to = ctx->buffer.data + ctx->buffer.byteIndex;
+  if (!copyIf<Kind>(to, text.bytes, text.length)) return giveUp(ctx);
+  wroteTo(ctx, to + text.length, internals.encode.tagOpen);
+  return true;
+}
+
+template <class InContent, class InValue>
+inline bool writePlain(RuntimeContext *ctx, Text text, const char *elementName, const RtxNamespace *ns) {
+  if (elementName != nullptr) return writePlainElement<InContent>(ctx, text, elementName, ns);
+  if (ctx->state == XMLSTATE_IN_ATTRIBUTES) return writePlainValue<InValue>(ctx, text);
+  return writePlainContent<InContent>(ctx, text);
+}
+
+template <class Kind> inline bool writePlainAttribute(RuntimeContext *ctx, Text name, Text value) {
   RtxInternals &internals = *ctx->internals;
   OpenTag &tag = internals.encode.tag;
   RtxTextBuffer &buffer = ctx->buffer;
@@ -685,7 +698,7 @@ inline bool writePlainAttribute(RuntimeContext *ctx, Text name, Text value) {
   to += name.length;
   *to++ = '=';
   *to++ = '"';
-  if (!copyIf<PlainInMarkup>(to, value.bytes, value.length)) return giveUp(ctx);
+  if (!copyIf<Kind>(to, value.bytes, value.length)) return giveUp(ctx);
   to += value.length;
   *to++ = '"';
   tag.attributes |= bit;
@@ -694,9 +707,9 @@ inline bool writePlainAttribute(RuntimeContext *ctx, Text name, Text value) {
   return true;
 }
 
-int encodeAttribute(RuntimeContext *ctx, Text name, Text value) {
+template <class Kind> int encodeAttribute(RuntimeContext *ctx, Text name, Text value) {
   if (!usable(ctx)) return STATUS_BAD_CONTEXT;
-  return writePlainAttribute(ctx, name, value) ? 0 : encodeAttributeInFull(ctx, name, value);
+  return writePlainAttribute<Kind>(ctx, name, value) ? 0 : encodeAttributeInFull(ctx, name, value);
 }
 
 } // namespace
@@ -768,7 +781,7 @@ int rtXmlEncString(RuntimeContext *ctx, const RtxXmlString *text, const char *el
   if (!rt::usable(ctx)) return STATUS_BAD_CONTEXT;
   const rt::Text content = rt::textOf(text == nullptr ? nullptr : text->value);
   const bool inSection = text != nullptr && text->cdata;
-  if (!inSection && rt::writePlain(ctx, content, elementName, ns)) return 0;
+  if (!inSection && rt::writePlain<rt::PlainInContent, rt::PlainInMarkup>(ctx, content, elementName, ns)) return 0;
   const rt::ContentKind kind = inSection ? rt::ContentKind::Section : rt::ContentKind::Characters;
   return rt::encodeElement(ctx, elementName, ns, {kind, content});
 }
@@ -781,7 +794,7 @@ int rtXmlEncUTF8Str(RuntimeContext *ctx, const char *text, const char *elementNa
 int rtXmlEncUInt(RuntimeContext *ctx, uint32_t value, const char *elementName, const RtxNamespace *ns) {
   if (!rt::usable(ctx)) return STATUS_BAD_CONTEXT;
   const rt::Digits digits(value);
-  if (rt::writePlain(ctx, digits.text(), elementName, ns)) return 0;
+  if (rt::writePlain<rt::AnyBytes, rt::AnyBytes>(ctx, digits.text(), elementName, ns)) return 0;
   return rt::encodeElement(ctx, elementName, ns, {rt::ContentKind::Digits, digits.text()});
 }
 
@@ -793,29 +806,31 @@ int rtXmlEncHexBinary(RuntimeContext *ctx, uint32_t length, const uint8_t *bytes
 
 int rtXmlEncAny(RuntimeContext *ctx, const RtxXmlString *fragment, const char *elementName, const RtxNamespace *ns) {
   const rt::Text text = rt::textOf(fragment == nullptr ? nullptr : fragment->value);
-  if (text.bytes == nullptr) return rt::usable(ctx) ? 0 : STATUS_BAD_CONTEXT;
+  if (!rt::usable(ctx)) return STATUS_BAD_CONTEXT;
+  if (text.bytes == nullptr) return 0;
+  if (elementName == nullptr && rt::writeMarkup(ctx, text)) return 0;
   return rt::encodeElement(ctx, elementName, ns, {rt::ContentKind::Markup, text});
 }
 
 int rtXmlEncUTF8Attr2(RuntimeContext *ctx, const char *name, size_t nameLength, const char *value, size_t valueLength) {
   if (value == nullptr) valueLength = 0;
-  return rt::encodeAttribute(ctx, {name, nameLength}, {value, valueLength});
+  return rt::encodeAttribute<rt::PlainInMarkup>(ctx, {name, nameLength}, {value, valueLength});
 }
 
 int rtXmlEncBoolAttr(RuntimeContext *ctx, bool value, const char *name, size_t nameLength) {
   const rt::Text text = value ? rt::Text{"true", 4} : rt::Text{"false", 5};
-  return rt::encodeAttribute(ctx, {name, nameLength}, text);
+  return rt::encodeAttribute<rt::AnyBytes>(ctx, {name, nameLength}, text);
 }
 
 int rtXmlEncUIntAttr(RuntimeContext *ctx, uint32_t value, const char *name, size_t nameLength) {
-  return rt::encodeAttribute(ctx, {name, nameLength}, rt::Digits(value).text());
+  return rt::encodeAttribute<rt::AnyBytes>(ctx, {name, nameLength}, rt::Digits(value).text());
 }
 
 int rtXmlEncDecimalAttr(RuntimeContext *ctx, double value, const char *name, size_t nameLength) {
   char digits[rt::decimalDigits];
   const size_t length = rt::writeDecimal(value, digits);
   if (length == 0) return rt::usable(ctx) ? STATUS_INVALID_UTF8 : STATUS_BAD_CONTEXT;
-  return rt::encodeAttribute(ctx, {name, nameLength}, {digits, length});
+  return rt::encodeAttribute<rt::AnyBytes>(ctx, {name, nameLength}, {digits, length});
 }
 
 int rtXmlEncAnyAttr(RuntimeContext *ctx, const RtxAttrList *attributes) {

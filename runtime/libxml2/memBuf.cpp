@@ -87,8 +87,7 @@ namespace {
 
 int rtxCheckBuffer(RuntimeContext *ctx, size_t count) {
   if (!rt::usable(ctx) || !ctx->internals->bufferIsOutput) return STATUS_BUFFER_OVERFLOW;
-  const size_t needed = ctx->buffer.byteIndex + count;
-  return needed >= count && needed <= ctx->buffer.size ? 0 : makeRoom(ctx, count);
+  return count <= ctx->buffer.size - ctx->buffer.byteIndex ? 0 : makeRoom(ctx, count);
 }
 
 int rtxInitContextBuffer(RuntimeContext *ctx, const char *bytes, size_t length) {

@@ -160,11 +160,11 @@ void NamespaceStack::remember(const char *uri, const Binding *binding) {
   askedPrefix = binding == nullptr ? nullptr : binding->prefix;
   askedTag = unprefixedTag;
   const size_t length = binding == nullptr ? 0 : binding->prefixLength;
-  if (length == 0) return;
-  askedTag.length = length + 2 <= TagStart::room ? length + 2 : 0;
-  if (askedTag.length == 0) return;
+  taggedUri = length + 2 <= TagStart::room ? uri : noUri;
+  if (length == 0 || taggedUri == noUri) return;
   memcpy(askedTag.text + 1, askedPrefix, length);
   askedTag.text[length + 1] = ':';
+  askedTag.length = length + 2;
 }
 
 // ---- Binding
@@ -327,7 +327,7 @@ int NamespaceStack::declare(Heap &heap, const char *prefix, const char *uri, boo
   const Binding *present = findInStack(prefix, prefixText.length, hash);
   if (present != nullptr && spells(*present, uriText) && (present->declared || !written)) return 0;
   if (const int status = add(heap, prefixText, uriText, written, hash, present); status != 0) return status;
-  if (inTable) remember(uri, &bindings[bindingCount - 1]); // what the encoder is going to ask for
+  if (inTable && uri != nullptr) remember(uri, &bindings[bindingCount - 1]); // what the encoder is going to ask for
   return 0;
 }
 

@@ -91,7 +91,7 @@ public:
   const char *uriOf(const char *prefix, size_t prefixLength) const;
   // The newest visible binding of a URI, or null. Without the default namespace if prefixedOnly is set.
   const Binding *findUri(const char *uri, bool prefixedOnly) {
-    return uri != nullptr && uri == askedUri && !prefixedOnly ? askedBinding : searchUri(uri, prefixedOnly);
+    return uri == askedUri && !prefixedOnly ? askedBinding : searchUri(uri, prefixedOnly);
   }
 
   // ---- URI table
@@ -121,13 +121,14 @@ public:
   struct TagStart {
     static constexpr size_t room = 8;
     char text[room];
-    size_t length; // 0: not known
+    size_t length;
+    uint32_t prefixLength() const { return length == 1 ? 0 : static_cast<uint32_t>(length - 2); }
   };
   // That of a namespace, if it is none or the one that findUri was last asked for; else null.
   const TagStart *tagStartOf(const RtxNamespace *ns) const {
-    if (ns == nullptr || (ns->uri == nullptr && ns->prefix == nullptr)) return &unprefixedTag;
-    if (ns->uri == nullptr || ns->uri != askedUri) return nullptr;
-    return (ns->prefix == nullptr || ns->prefix == askedPrefix) && askedTag.length != 0 ? &askedTag : nullptr;
+    if (ns == nullptr) return &unprefixedTag;
+    if (ns->uri == taggedUri && (ns->prefix == askedPrefix || ns->prefix == nullptr)) return &askedTag;
+    return ns->uri == nullptr && ns->prefix == nullptr ? &unprefixedTag : nullptr;
   }
 
   // ---- Declarations, which the encoder writes
@@ -180,7 +181,7 @@ private:
 
   void remember(const char *uri, const Binding *binding);
   void forgetAnswers() {
-    askedUri = nullptr;
+    askedUri = taggedUri = noUri;
     namedBinding = nullptr;
   }
 
@@ -228,8 +229,10 @@ private:
   uint32_t tableCapacity = 0;
   uint32_t tableEpoch = 1;
 
-  // The answer to the last question for a URI that is an entry of the table; null: bindings have changed since.
-  const char *askedUri = nullptr;
+  // The answer to the last question for a URI that is an entry of the table. No URI: bindings have changed since.
+  static constexpr char noUri[] = "";
+  const char *askedUri = noUri;
+  const char *taggedUri = noUri; // the same, if the tag of its names is known
   const Binding *askedBinding = nullptr;
   const char *askedPrefix = nullptr;
   TagStart askedTag = {};

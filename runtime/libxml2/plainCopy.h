@@ -12,7 +12,7 @@
 namespace rt {
 
 // What may be true of all bytes of a word: that they are ASCII characters which XML allows, or printable ones that have
-// no meaning in markup, which leaves out quotes, "&", "<" and ">".
+// no meaning in markup, which leaves out quotes, "&", "<" and ">", or those and line feeds.
 #if defined(__SSE2__)
 using WidestWord = __m128i;
 
@@ -26,26 +26,38 @@ inline __m128i both(uint64_t a, uint64_t b) {
 }
 inline uint64_t both(uint32_t a, uint32_t b) { return uint64_t{b} << 32 | a; }
 
-// As signed numbers the bytes from 0x80 on are below the blank too.
-inline __m128i bytesBelowBlank(__m128i word) { return _mm_cmplt_epi8(word, inEachByte(' ')); }
+// As signed numbers the bytes from 0x80 on are below the blank, like the control characters.
+inline __m128i printableBytes(__m128i bytes) { return _mm_cmpgt_epi8(bytes, inEachByte(' ' - 1)); }
+inline __m128i markupBytes(__m128i bytes) {
+  const __m128i quoteOrAmpersand = _mm_cmpeq_epi8(_mm_or_si128(bytes, inEachByte(0x04)), inEachByte('&')); // 22, 26
+  const __m128i angle = _mm_cmpeq_epi8(_mm_or_si128(bytes, inEachByte(0x02)), inEachByte('>'));            // 3C, 3E
+  return _mm_or_si128(quoteOrAmpersand, angle);
+}
+inline bool isEveryByte(__m128i bytes) { return _mm_movemask_epi8(bytes) == 0xFFFF; }
 
 struct TextOfXml {
   template <class Word> static bool holds(Word word) {
     const __m128i bytes = repeated(word);
-    const int below = _mm_movemask_epi8(bytesBelowBlank(bytes));
-    if (below == 0) return true;
+    const __m128i printable = printableBytes(bytes);
+    if (isEveryByte(printable)) return true;
     const __m128i lineEnd =
         _mm_or_si128(_mm_cmpeq_epi8(bytes, inEachByte('\n')), _mm_cmpeq_epi8(bytes, inEachByte('\r')));
-    return below == _mm_movemask_epi8(_mm_or_si128(lineEnd, _mm_cmpeq_epi8(bytes, inEachByte('\t'))));
+    return isEveryByte(_mm_or_si128(_mm_or_si128(printable, lineEnd), _mm_cmpeq_epi8(bytes, inEachByte('\t'))));
   }
 };
 
 struct PlainInMarkup {
   template <class Word> static bool holds(Word word) {
     const __m128i bytes = repeated(word);
-    const __m128i quoteOrAmpersand = _mm_cmpeq_epi8(_mm_or_si128(bytes, inEachByte(0x04)), inEachByte('&')); // 22, 26
-    const __m128i angle = _mm_cmpeq_epi8(_mm_or_si128(bytes, inEachByte(0x02)), inEachByte('>'));            // 3C, 3E
-    return _mm_movemask_epi8(_mm_or_si128(_mm_or_si128(bytesBelowBlank(bytes), quoteOrAmpersand), angle)) == 0;
+    return isEveryByte(_mm_andnot_si128(markupBytes(bytes), printableBytes(bytes)));
+  }
+};
+
+struct PlainInContent {
+  template <class Word> static bool holds(Word word) {
+    const __m128i bytes = repeated(word);
+    const __m128i lineFeed = _mm_cmpeq_epi8(bytes, inEachByte('\n'));
+    return isEveryByte(_mm_andnot_si128(markupBytes(bytes), _mm_or_si128(printableBytes(bytes), lineFeed)));
   }
 };
 #else
@@ -64,21 +76,54 @@ struct TextOfXml { // blanks other than the space are left to others
   }
 };
 
+template <class Word> constexpr Word markupBytes(Word word) {
+  const Word one = inEachByte<Word>(1);
+  const Word quoteOrAmpersand = ((word | inEachByte<Word>(0x04)) ^ inEachByte<Word>('&')) - one; // 0x22, 0x26
+  const Word angle = ((word | inEachByte<Word>(0x02)) ^ inEachByte<Word>('>')) - one;            // 0x3C, 0x3E
+  return quoteOrAmpersand | angle;
+}
+
 struct PlainInMarkup {
   template <class Word> static constexpr bool holds(Word word) {
-    const Word one = inEachByte<Word>(1);
-    const Word quoteOrAmpersand = ((word | inEachByte<Word>(0x04)) ^ inEachByte<Word>('&')) - one; // 0x22, 0x26
-    const Word angle = ((word | inEachByte<Word>(0x02)) ^ inEachByte<Word>('>')) - one;            // 0x3C, 0x3E
     const Word below = word - inEachByte<Word>(0x20);
-    return ((below | quoteOrAmpersand | angle | word) & inEachByte<Word>(0x80)) == 0;
+    return ((below | markupBytes(word) | word) & inEachByte<Word>(0x80)) == 0;
+  }
+};
+
+struct PlainInContent {
+  template <class Word> static constexpr bool holds(Word word) {
+    const Word below = word - inEachByte<Word>(0x20);
+    const Word fromLineFeed = word ^ inEachByte<Word>('\n');
+    const Word other = (fromLineFeed & inEachByte<Word>(0x7F)) + inEachByte<Word>(0x7F); // carries nowhere
+    return (((below & other) | markupBytes(word) | word) & inEachByte<Word>(0x80)) == 0;
   }
 };
 #endif
+
+// For texts that are known to be plain.
+struct AnyBytes {
+  template <class Word> static constexpr bool holds(Word) { return true; }
+};
 
 template <class Word> inline Word wordAt(const char *text) {
   Word word;
   memcpy(&word, text, sizeof word);
   return word;
+}
+
+// Names longer than this are for others to copy.
+inline constexpr size_t longName = 32;
+
+// Copies a name up to its NUL, without its length being known. Returns where it ends, or null if it is a long one; what
+// was copied then does not count.
+inline char *copyName(char *to, const char *name) {
+  for (const char *const end = to + longName; to < end; to += 4, name += 4) {
+    if ((to[0] = name[0]) == '\0') return to;
+    if ((to[1] = name[1]) == '\0') return to + 1;
+    if ((to[2] = name[2]) == '\0') return to + 2;
+    if ((to[3] = name[3]) == '\0') return to + 3;
+  }
+  return nullptr;
 }
 
 // Copies a text of one to two words, which may overlap.

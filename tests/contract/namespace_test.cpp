@@ -3,6 +3,7 @@
 #include "contract.h"
 
 #include <cstring>
+#include <string_view>
 
 namespace contract {
 namespace {
@@ -153,6 +154,21 @@ TEST(NamespacePrefix, IsTheNewestOneBoundToTheUri) {
   EXPECT_EQ(rtXmlNSPop(ctx), 0);
   EXPECT_STREQ(rtXmlNSGetPrefix(ctx, "urn:a"), "a");
   EXPECT_EQ(rtXmlNSGetPrefix(ctx, "urn:other"), nullptr);
+}
+
+TEST(NamespacePrefix, OfNoUriIsNoneThoughTheTableHasAnEntryThatIsNone) {
+  Context ctx;
+  const char *const uris[] = {"urn:a", nullptr};
+  ASSERT_EQ(rtXmlNSSetURITable(ctx, uris, 2), 0);
+  ASSERT_EQ(rtxSetOutputDynamic(ctx), 0);
+  ASSERT_EQ(rtXmlEncStartDocument(ctx), 0);
+  ASSERT_EQ(rtXmlNSSetNamespace(ctx, nullptr, "p", nullptr, false), 0);
+  EXPECT_EQ(rtXmlNSGetPrefix(ctx, nullptr), nullptr);
+  const RtxNamespace none = {nullptr, nullptr};
+  ASSERT_EQ(rtXmlEncStartElement(ctx, "e", &none, nullptr, false), 0);
+  ASSERT_EQ(rtXmlEncEndElement(ctx, "e", &none), 0);
+  const std::string_view output(rtxGetOutput(ctx, nullptr));
+  EXPECT_NE(output.find("<e/>"), output.npos) << output;
 }
 
 TEST(NamespacePrefix, ThatMeansAnotherUriByNowIsNotGiven) {

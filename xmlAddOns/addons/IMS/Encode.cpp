@@ -94,29 +94,43 @@ int encodeEnumAttribute(RuntimeContext *ctx, const TypeSchema &type, const Field
   return STATUS_OK;
 }
 
+struct AttributeName {
+  const char *text;
+  size_t length;
+};
+// The qualified name, or null: the one of the schema.
+inline AttributeName nameOf(const TypeSchema &type, const Field &field, const char *qualified) {
+  if (qualified) return {qualified, strlen(qualified)};
+  return {type.attributeNames[field.id], field.nameLength};
+}
+
 inline int encodeTextAttribute(RuntimeContext *ctx, const TypeSchema &type, const Field &field, const void *record,
-                               const char *name, size_t length) {
+                               const char *qualified) {
   const char *value = memberAt<RtxXmlString>(record, field).value;
-  int status = rtXmlEncUTF8Attr2(ctx, name, length, value, rtxUTF8LenBytes(value));
+  size_t valueLength = rtxUTF8LenBytes(value);
+  AttributeName name = nameOf(type, field, qualified); // not before: it would have to be kept over the call
+  int status = rtXmlEncUTF8Attr2(ctx, name.text, name.length, value, valueLength);
   return status != 0 ? wrap(ctx, status, type, field, step::write) : status;
 }
 
 int encodeAttribute(RuntimeContext *ctx, const TypeSchema &type, const Field &field, const void *record,
-                    const char *name, size_t length) {
+                    const char *qualified) {
+  AttributeName name = nameOf(type, field, qualified);
   int status = STATUS_OK;
   switch (field.kind) {
-  case Kind::text: return encodeTextAttribute(ctx, type, field, record, name, length);
+  case Kind::text: return encodeTextAttribute(ctx, type, field, record, qualified);
   case Kind::uint32:
   case Kind::uint16: {
     uint32_t value = numberAt(record, field);
     status = checkRange(ctx, type, field, value);
     if (status != 0) return status;
-    status = rtXmlEncUIntAttr(ctx, value, name, length);
+    status = rtXmlEncUIntAttr(ctx, value, name.text, name.length);
     break;
   }
-  case Kind::boolean: status = rtXmlEncBoolAttr(ctx, memberAt<bool>(record, field), name, length); break;
-  case Kind::decimal: status = rtXmlEncDecimalAttr(ctx, memberAt<double>(record, field), name, length); break;
-  case Kind::enumeration: return encodeEnumAttribute(ctx, type, field, memberAt<uint16_t>(record, field), name, length);
+  case Kind::boolean: status = rtXmlEncBoolAttr(ctx, memberAt<bool>(record, field), name.text, name.length); break;
+  case Kind::decimal: status = rtXmlEncDecimalAttr(ctx, memberAt<double>(record, field), name.text, name.length); break;
+  case Kind::enumeration:
+    return encodeEnumAttribute(ctx, type, field, memberAt<uint16_t>(record, field), name.text, name.length);
   default: break;
   }
   return status != 0 ? wrap(ctx, status, type, field, step::write) : status;
@@ -127,7 +141,7 @@ int encodeAttribute(RuntimeContext *ctx, const TypeSchema &type, const Field &fi
   char name[attributeNameSize];
   int status = rtXmlNSGetAttrQName(ctx, name, sizeof(name), ns, type.attributeNames[field.id], field.nameLength);
   if (status != 0) return wrap(ctx, status, type, field, step::qualifiedName);
-  return encodeAttribute(ctx, type, field, record, name, strlen(name));
+  return encodeAttribute(ctx, type, field, record, name);
 }
 
 const RtxNsDeclList *declarationsOf(const TypeSchema &type, const void *record) {
@@ -144,25 +158,25 @@ inline int encodeDeclarations(RuntimeContext *ctx, const TypeSchema &type, const
 }
 
 [[gnu::always_inline]] inline int encodeOwnAttributes(RuntimeContext *ctx, const TypeSchema &type, const void *record,
-                                                      const RtxNamespace *ns) {
-  const char *const *name = type.attributeNames;
+                                                      const RtxNamespace *ns, bool opened) {
   bool qualified = type.module->qualifiedAttributes;
   for (const Field &field : attributesOf(type)) {
-    const char *attribute = *name++;
     if (!isPresent(field, record)) continue;
     int status = STATUS_OK;
     if (qualified) {
       status = encodeQualified(ctx, type, field, record, ns);
     } else if (field.kind == Kind::text) { // the most common kind by far
-      status = encodeTextAttribute(ctx, type, field, record, attribute, field.nameLength);
+      status = encodeTextAttribute(ctx, type, field, record, nullptr);
     } else {
-      status = encodeAttribute(ctx, type, field, record, attribute, field.nameLength);
+      status = encodeAttribute(ctx, type, field, record, nullptr);
     }
     if (status != 0) return status;
   }
   if (type.attributeList == noField) return STATUS_OK;
   const Field &field = type.fields[type.attributeList];
-  int status = rtXmlEncAnyAttr(ctx, &memberAt<RtxAttrList>(record, field));
+  const RtxAttrList &attributes = memberAt<RtxAttrList>(record, field);
+  if (opened && !attributes.items.head) return STATUS_OK;
+  int status = rtXmlEncAnyAttr(ctx, &attributes);
   return status != 0 ? wrap(ctx, status, type, field, step::write) : status;
 }
 
@@ -189,7 +203,7 @@ enum class Order : bool {
   AttributeState state(ctx);
   int status = STATUS_OK;
   if (order == Order::declarationsFirst) status = encodeDeclarations(ctx, type, record, opened);
-  if (status == 0) status = encodeOwnAttributes(ctx, type, record, ns);
+  if (status == 0) status = encodeOwnAttributes(ctx, type, record, ns, opened);
   if (status == 0 && order == Order::attributesFirst) status = encodeDeclarations(ctx, type, record, opened);
   return status;
 }
@@ -211,8 +225,10 @@ inline int encodeNested(RuntimeContext *ctx, const TypeSchema &type, const TypeS
   return encodeElement(ctx, nested, record, element, ns, nested.module == type.module ? ns : nullptr);
 }
 
+// The alternative of a choice has a name, the choice has none.
 inline int encodeRecord(RuntimeContext *ctx, const TypeSchema &type, const Field &field, const void *record,
-                        const char *element, const RtxNamespace *ns) {
+                        const RtxNamespace *ns) {
+  const char *element = field.kind == Kind::choice ? nullptr : type.elements[field.id].name;
   int status = encodeNested(ctx, type, *field.type, static_cast<const char *>(record) + field.offset, element, ns);
   return status != 0 ? wrap(ctx, status, type, field, step::write) : status;
 }
@@ -260,8 +276,8 @@ int encodeChild(RuntimeContext *ctx, const TypeSchema &type, const Field &field,
   case Kind::enumeration:
     status = encodeEnum(ctx, *field.enumeration, memberAt<uint16_t>(record, field), element, ns);
     break;
-  case Kind::record: return encodeRecord(ctx, type, field, record, element, ns);
-  case Kind::choice: return encodeRecord(ctx, type, field, record, nullptr, ns); // its alternative has a name
+  case Kind::record:
+  case Kind::choice: return encodeRecord(ctx, type, field, record, ns);
   case Kind::choiceList: return encodeItems(ctx, type, field, listAt(record, field), nullptr, ns);
   case Kind::recordList:
   case Kind::textList:
@@ -271,23 +287,25 @@ int encodeChild(RuntimeContext *ctx, const TypeSchema &type, const Field &field,
   return status != 0 ? wrap(ctx, status, type, field, step::write) : status;
 }
 
-[[gnu::noinline]] int encodeAlternative(RuntimeContext *ctx, const TypeSchema &type, const void *record,
-                                        const RtxNamespace *ns) {
-  if (const Field *alternative = alternativeOf(type, record)) return encodeChild(ctx, type, *alternative, record, ns);
+[[gnu::cold, gnu::noinline]] int failSelector(RuntimeContext *ctx, const TypeSchema &type, const void *record) {
   char selector[40];
   snprintf(selector, sizeof(selector), "%d", selectorOf(record));
   rtxErrAddStrParm(ctx, selector);
   return fail(ctx, STATUS_INVALID_CHOICE, type, step::selector);
 }
 
+inline int encodeAlternative(RuntimeContext *ctx, const TypeSchema &type, const void *record, const RtxNamespace *ns) {
+  const Field *alternative = alternativeOf(type, record);
+  return alternative ? encodeChild(ctx, type, *alternative, record, ns) : failSelector(ctx, type, record);
+}
+
 // ns: under which the children are written; null: not known yet.
 [[gnu::always_inline]] inline int encodeChildren(RuntimeContext *ctx, const TypeSchema &type, const void *record,
                                                  const RtxNamespace *ns) {
-  RtxNamespace own = {nullptr, nullptr};
-  if (type.elementCount == 0 && type.content != Content::choice) {
-    ns = &own; // there are none
-  } else if (!ns) {
-    own = childNamespace(ctx, *type.module);
+  RtxNamespace own;
+  if (!ns) {
+    bool hasChildren = type.elementCount != 0 || type.content == Content::choice;
+    own = hasChildren ? childNamespace(ctx, *type.module) : RtxNamespace{nullptr, nullptr};
     ns = &own;
   }
   if (type.content == Content::choice) return encodeAlternative(ctx, type, record, ns);
@@ -303,8 +321,8 @@ int encodeChild(RuntimeContext *ctx, const TypeSchema &type, const Field &field,
   for (const Field &field : contentOf(type)) {
     if (!isPresent(field, record)) continue;
     int status = STATUS_OK;
-    if (field.kind == Kind::record) { // the most common kinds
-      status = encodeRecord(ctx, type, field, record, type.elements[field.id].name, ns);
+    if (field.kind == Kind::record || field.kind == Kind::choice) { // the most common kinds
+      status = encodeRecord(ctx, type, field, record, ns);
     } else if (field.kind == Kind::text) {
       status = encodeText(ctx, type, field, memberAt<RtxXmlString>(record, field), type.elements[field.id].name, ns);
     } else {

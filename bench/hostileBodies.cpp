@@ -357,6 +357,10 @@ void addMarkup(std::vector<HostileShape> &to) {
       {"prolog", "processing instructions ahead of the root", d, 0,
        repeat({"", "<dialog-info xmlns='" + std::string(dialogUri) + "' version='1' state='full' entity='e'/>"},
               "<?p?>")});
+  to.push_back(
+      {"prolog-catalogues", "catalogues that the parser would note", d, 0,
+       repeat({"", "<dialog-info xmlns='" + std::string(dialogUri) + "' version='1' state='full' entity='e'/>"},
+              "<?oasis-xml-catalog catalog='c'?>")});
   to.push_back({"entity-expansion", "entities made of entities", d, malformed, [](size_t bytes) {
                   std::string type = "<!DOCTYPE dialog-info [<!ENTITY a 'aaaaaaaaaa'>";
                   for (char c = 'b'; c <= 'z'; ++c)

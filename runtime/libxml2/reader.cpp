@@ -6,6 +6,7 @@
 #include "rtxText.h"
 #include "usable.h"
 
+#include <libxml/catalog.h>
 #include <libxml/parserInternals.h>
 
 #include <limits.h>
@@ -302,9 +303,18 @@ void onStartDocument(void *user) {
   reader.missesUncounted = reader.internals.options.nameLimit;
 }
 
+// The parser notes the catalogues that a document names, walks the list for each further one, and forgets to free it.
+void dropCatalogues([[maybe_unused]] xmlParserCtxt &parser) {
+#ifdef LIBXML_CATALOG_ENABLED
+  xmlCatalogFreeLocal(parser.catalogs);
+  parser.catalogs = nullptr;
+#endif
+}
+
 // Its name is in the dictionary now, and must have no colon: the parser has much to say about each that it meets.
 void onProcessingInstruction(void *user, const xmlChar *name, const xmlChar *) {
   RtSaxReader &reader = *static_cast<RtSaxReader *>(user);
+  dropCatalogues(*reader.parser);
   if (stopped(reader)) return;
   if (strchr(asText(name), ':') == nullptr) {
     countNames(reader, position(reader));
@@ -391,6 +401,7 @@ void runParser(RtSaxReader &reader, size_t skip) {
   const ErrorsToReader errors(reader);
   xmlParserCtxt &parser = *reader.parser;
   xmlParserInput &source = *reader.source;
+  dropCatalogues(parser);
   xmlCtxtReset(&parser);
   boundDictionary(reader);
   source.base = reinterpret_cast<const xmlChar *>(reader.base);

@@ -62,6 +62,16 @@ TEST_P(Hostile, AsksTheSystemForNothingOnAWarmContext) {
   EXPECT_EQ(0u, callsOfWarmRun(GetParam(), large, GetParam().document->validate).context);
 }
 
+TEST_P(Hostile, KeepsNothingOfABodyForTheNext) {
+  const Context ctx = hostile::makeContext();
+  const std::string body = GetParam().make(large);
+  hostile::run(ctx, body, GetParam().document->decode);
+  hostile::run(ctx, body, GetParam().document->decode);
+  const size_t held = storage.held;
+  hostile::run(ctx, body, GetParam().document->decode);
+  EXPECT_LE(storage.held, held + large / 16); // the parser's dictionary spreads its names by chance
+}
+
 // What the parser allocates is the one thing that can be counted of its work. In step would be eight times as much, for
 // the square of the length it would be sixty-four times.
 TEST_P(Hostile, LetsTheParserAllocateInStepWithItsLength) {

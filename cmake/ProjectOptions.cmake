@@ -22,6 +22,14 @@ if(IMSCODEC_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
+# Profiles lie beside the objects that they were taken of, so both builds share one folder.
+if(IMSCODEC_PROFILE STREQUAL "generate")
+  add_compile_options(-fprofile-generate)
+  add_link_options(-fprofile-generate)
+elseif(IMSCODEC_PROFILE STREQUAL "use")
+  add_compile_options(-fprofile-use -Wno-missing-profile)
+endif()
+
 add_library(imscodec-warnings INTERFACE)
 target_compile_options(
   imscodec-warnings

@@ -306,6 +306,7 @@ void onStartDocument(void *user) {
 // The parser notes the catalogues that a document names, walks the list for each further one, and forgets to free it.
 void dropCatalogues([[maybe_unused]] xmlParserCtxt &parser) {
 #ifdef LIBXML_CATALOG_ENABLED
+  if (parser.catalogs == nullptr) return;
   xmlCatalogFreeLocal(parser.catalogs);
   parser.catalogs = nullptr;
 #endif
@@ -363,6 +364,9 @@ bool makeParser(RtSaxReader &reader) {
   static const bool initialised = [&reader] {
     const ErrorsToReader errors(reader); // inside: no other thread may touch what is only being made ready
     xmlInitParser();
+#ifdef LIBXML_CATALOG_ENABLED
+    xmlInitializeCatalog(); // or the first document that names a catalogue would, unguarded
+#endif
     return true;
   }();
   static_cast<void>(initialised);

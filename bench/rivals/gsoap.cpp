@@ -15,35 +15,19 @@ namespace bench {
 namespace {
 
 template <class Object> struct Generated;
-template <> struct Generated<ns1__Composing> {
-  using Record = IsComposing;
-  static constexpr const char *tag = "ns1:isComposing";
-  static constexpr Namespace table[] = {{"ns1", "urn:ietf:params:xml:ns:im-iscomposing", nullptr, nullptr}, {}};
-  static constexpr auto get = soap_get_ns1__Composing;
-  static constexpr auto put = soap_put_ns1__Composing;
-};
-template <> struct Generated<ns2__DialogInfo> {
-  using Record = DialogInfo;
-  static constexpr const char *tag = "ns2:dialog-info";
-  static constexpr Namespace table[] = {{"ns2", "urn:ietf:params:xml:ns:dialog-info", nullptr, nullptr}, {}};
-  static constexpr auto get = soap_get_ns2__DialogInfo;
-  static constexpr auto put = soap_put_ns2__DialogInfo;
-};
-template <> struct Generated<ns3__Settings> {
-  using Record = PocSettings;
-  static constexpr const char *tag = "ns3:poc-settings";
-  static constexpr Namespace table[] = {{"ns3", "urn:oma:params:xml:ns:poc:poc-settings", nullptr, nullptr}, {}};
-  static constexpr auto get = soap_get_ns3__Settings;
-  static constexpr auto put = soap_put_ns3__Settings;
-};
-
-template <> struct Generated<ns4__RuleSet> {
-  using Record = RuleSet;
-  static constexpr const char *tag = "ns4:ruleset";
-  static constexpr Namespace table[] = {{"ns4", "urn:ietf:params:xml:ns:common-policy", nullptr, nullptr}, {}};
-  static constexpr auto get = soap_get_ns4__RuleSet;
-  static constexpr auto put = soap_put_ns4__RuleSet;
-};
+#define GENERATED(Object, TheRecord, prefix, name, uri)                                                                \
+  template <> struct Generated<Object> {                                                                               \
+    using Record = TheRecord;                                                                                          \
+    static constexpr const char *tag = prefix ":" name;                                                                \
+    static constexpr Namespace table[] = {{prefix, uri, nullptr, nullptr}, {}};                                        \
+    static constexpr auto get = soap_get_##Object;                                                                     \
+    static constexpr auto put = soap_put_##Object;                                                                     \
+  };
+GENERATED(ns1__Composing, IsComposing, "ns1", "isComposing", "urn:ietf:params:xml:ns:im-iscomposing")
+GENERATED(ns2__DialogInfo, DialogInfo, "ns2", "dialog-info", "urn:ietf:params:xml:ns:dialog-info")
+GENERATED(ns3__Settings, PocSettings, "ns3", "poc-settings", "urn:oma:params:xml:ns:poc:poc-settings")
+GENERATED(ns4__RuleSet, RuleSet, "ns4", "ruleset", "urn:ietf:params:xml:ns:common-policy")
+#undef GENERATED
 
 // ---- As records -----------------------------------------------------------------------------------------------
 

@@ -27,6 +27,15 @@ template <typename T> struct Functions;
   static constexpr auto contents = QxXmlET_##T##_Contents;                                                             \
   static constexpr auto endElement = QxXmlET_##T##_EndElement;
 
+// FREE: the function of the library that gives back what a record holds, or nullptr where there is none. REST: what
+// gives back the rest.
+#define RELEASE_FUNCTIONS(T, REST, FREE)                                                                               \
+  static constexpr int (*memFree)(RuntimeContext *, T *) = FREE;                                                       \
+  static void release(RuntimeContext *ctx, T *record) {                                                                \
+    REST(ctx, *record);                                                                                                \
+    if (memFree != nullptr) memFree(ctx, record);                                                                      \
+  }
+
 // The handlers of a type, for filling a record and for checking only, under one interface.
 #define HANDLER_FUNCTIONS(T)                                                                                           \
   struct Filling {                                                                                                     \

@@ -153,21 +153,8 @@ TEST(InitRecord, RecordsWhereTheCheckOfTheContextFailed) {
 
 // ---- MemFree --------------------------------------------------------------------------------------------------
 
-template <typename T> struct Release;
-#define RELEASE(T)                                                                                                     \
-  template <> struct Release<T> { static constexpr auto function = QxMemFree_##T; };
-RELEASE(tns__state)
-RELEASE(tns_nameaddr)
-RELEASE(tns__dialog_route_set)
-RELEASE(tns_participant_target)
-RELEASE(tns_sessd)
-RELEASE(tns_participant)
-RELEASE(tns__dialog)
-RELEASE(tns__dialog_info)
-#undef RELEASE
-
 template <typename T> void release(RuntimeContext *ctx, Record<T> &record) {
-  Release<T>::function(ctx, record);
+  Functions<T>::memFree(ctx, record);
   record.owned = false;
 }
 
@@ -251,10 +238,6 @@ constexpr Member<tns__dialog_info> infoMembers[] = {
      }},
     {"tns_entity", 0, 0, [](Builder &b, auto &r) { r.tns_entity = b.text("a"); }},
 };
-
-template <typename T> void setPresence(T &record, uint32_t m) {
-  if constexpr (requires { record.m; }) record.m = m;
-}
 
 constexpr uint32_t dialogBits = 1023;
 

@@ -9,8 +9,9 @@ void freeTexts(RuntimeContext *ctx, std::initializer_list<RtxXmlString> texts) {
     rtxMemHeapFreePtr(ctx, text.value);
 }
 
-// What no function of the library gives back.
-template <typename T> void releaseRest(RuntimeContext *, const T &) {} // nothing, of most types
+} // namespace
+
+namespace dialogs {
 
 void releaseRest(RuntimeContext *ctx, const tns__dialog_replaces &record) {
   freeTexts(ctx, {record.tns_call_id, record.tns_local_tag, record.tns_remote_tag});
@@ -39,32 +40,4 @@ void releaseRest(RuntimeContext *ctx, const tns__dialog_info &record) {
   support::forEachItem<const tns__dialog>(record.tns_dialog, [&](const auto &dialog) { releaseRest(ctx, dialog); });
 }
 
-} // namespace
-
-namespace support {
-
-#define RELEASE(T)                                                                                                     \
-  void Functions<T>::release(RuntimeContext *ctx, T *record) {                                                         \
-    releaseRest(ctx, *record);                                                                                         \
-    QxMemFree_##T(ctx, record);                                                                                        \
-  }
-RELEASE(tns__state)
-RELEASE(tns_nameaddr)
-RELEASE(tns__dialog_route_set)
-RELEASE(tns_participant_target)
-RELEASE(tns_sessd)
-RELEASE(tns_participant)
-RELEASE(tns__dialog)
-RELEASE(tns__dialog_info)
-#undef RELEASE
-
-// The library has no function for these.
-void Functions<tns__dialog_replaces>::release(RuntimeContext *ctx, tns__dialog_replaces *record) {
-  releaseRest(ctx, *record);
-}
-
-void Functions<tns_participant_target_param>::release(RuntimeContext *ctx, tns_participant_target_param *record) {
-  releaseRest(ctx, *record);
-}
-
-} // namespace support
+} // namespace dialogs

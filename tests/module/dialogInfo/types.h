@@ -4,22 +4,35 @@
 #include "DialogInfo/QxXmlDialogInfo.h"
 #include "record.h"
 
-#define DIALOGS_FUNCTIONS(T)                                                                                           \
+namespace dialogs {
+
+// Gives back what no function of the library does: nothing, of most types.
+template <typename T> void releaseRest(RuntimeContext *, const T &) {}
+void releaseRest(RuntimeContext *ctx, const tns__dialog_replaces &record);
+void releaseRest(RuntimeContext *ctx, const tns_participant_target_param &record);
+void releaseRest(RuntimeContext *ctx, const tns_participant_target &record);
+void releaseRest(RuntimeContext *ctx, const tns_participant &record);
+void releaseRest(RuntimeContext *ctx, const tns__dialog &record);
+void releaseRest(RuntimeContext *ctx, const tns__dialog_info &record);
+
+} // namespace dialogs
+
+#define DIALOGS_FUNCTIONS(T, FREE)                                                                                     \
   template <> struct support::Functions<T> {                                                                           \
     RECORD_FUNCTIONS(T)                                                                                                \
     HANDLER_FUNCTIONS(T)                                                                                               \
-    static void release(RuntimeContext *ctx, T *record);                                                               \
+    RELEASE_FUNCTIONS(T, dialogs::releaseRest, FREE)                                                                   \
   };
-DIALOGS_FUNCTIONS(tns__state)
-DIALOGS_FUNCTIONS(tns__dialog_replaces)
-DIALOGS_FUNCTIONS(tns_nameaddr)
-DIALOGS_FUNCTIONS(tns__dialog_route_set)
-DIALOGS_FUNCTIONS(tns_participant_target_param)
-DIALOGS_FUNCTIONS(tns_participant_target)
-DIALOGS_FUNCTIONS(tns_sessd)
-DIALOGS_FUNCTIONS(tns_participant)
-DIALOGS_FUNCTIONS(tns__dialog)
-DIALOGS_FUNCTIONS(tns__dialog_info)
+DIALOGS_FUNCTIONS(tns__state, QxMemFree_tns__state)
+DIALOGS_FUNCTIONS(tns__dialog_replaces, nullptr)
+DIALOGS_FUNCTIONS(tns_nameaddr, QxMemFree_tns_nameaddr)
+DIALOGS_FUNCTIONS(tns__dialog_route_set, QxMemFree_tns__dialog_route_set)
+DIALOGS_FUNCTIONS(tns_participant_target_param, nullptr)
+DIALOGS_FUNCTIONS(tns_participant_target, QxMemFree_tns_participant_target)
+DIALOGS_FUNCTIONS(tns_sessd, QxMemFree_tns_sessd)
+DIALOGS_FUNCTIONS(tns_participant, QxMemFree_tns_participant)
+DIALOGS_FUNCTIONS(tns__dialog, QxMemFree_tns__dialog)
+DIALOGS_FUNCTIONS(tns__dialog_info, QxMemFree_tns__dialog_info)
 #undef DIALOGS_FUNCTIONS
 
 namespace dialogs {

@@ -116,24 +116,8 @@ TEST(InitRecord, RecordsWhereTheCheckOfTheContextFailed) {
 
 // ---- MemFree --------------------------------------------------------------------------------------------------
 
-template <typename T> struct Release;
-#define RELEASE(T)                                                                                                     \
-  template <> struct Release<T> { static constexpr auto function = QxMemFree_##T; };
-RELEASE(cp_oneType)
-RELEASE(cp_manyType_1)
-RELEASE(cp_manyType)
-RELEASE(cp_identityType_1)
-RELEASE(cp_identityType)
-RELEASE(cp_validityType)
-RELEASE(cp_conditionsType_1)
-RELEASE(cp_conditionsType)
-RELEASE(cp_extensibleType)
-RELEASE(cp_ruleType)
-RELEASE(cp__ruleset)
-#undef RELEASE
-
 template <typename T> void release(RuntimeContext *ctx, Record<T> &record) {
-  Release<T>::function(ctx, record);
+  Functions<T>::memFree(ctx, record);
   record.owned = false;
 }
 
@@ -257,7 +241,7 @@ template <typename T, size_t count> void expectAlternativesReleased(const Altern
     ASSERT_GE(whole, std::max(alternative.staying, size_t{1}));
     for (uint16_t none : {uint16_t{0}, uint16_t(count + 1), uint16_t{7}, uint16_t{256}, uint16_t{65535}}) {
       record->t = none;
-      Release<T>::function(ctx, record);
+      Functions<T>::memFree(ctx, record);
       EXPECT_EQ(blocks(ctx), whole) << "no alternative has the selector " << none;
       EXPECT_EQ(bytesOf(record->u), before);
     }
@@ -398,7 +382,7 @@ TEST(ReleaseRecord, TakesFreshRecordsAndItemsWithoutContent) {
   Context ctx;
   forEachType([&]<typename T>() {
     Record<T> fresh(ctx);
-    if constexpr (requires { Release<T>::function; }) release(ctx, fresh);
+    if (Functions<T>::memFree != nullptr) release(ctx, fresh);
     EXPECT_EQ(blocks(ctx), 0u);
   });
   Record<cp_ruleType> rule(ctx);

@@ -8,8 +8,9 @@ namespace {
 
 void freeText(RuntimeContext *ctx, const RtxXmlString &text) { rtxMemHeapFreePtr(ctx, text.value); }
 
-// What no function of the library gives back.
-template <typename T> void releaseRest(RuntimeContext *, const T &) {} // nothing, of some types
+} // namespace
+
+namespace rules {
 
 void releaseRest(RuntimeContext *ctx, const cp_exceptType &record) {
   freeText(ctx, record.cp_domain);
@@ -51,30 +52,4 @@ void releaseRest(RuntimeContext *ctx, const cp__ruleset &record) {
   forEachItem<const cp_ruleType>(record.cp_rule, [&](const auto &rule) { releaseRest(ctx, rule); });
 }
 
-} // namespace
-
-namespace support {
-
-#define RELEASE(T)                                                                                                     \
-  void Functions<T>::release(RuntimeContext *ctx, T *record) {                                                         \
-    releaseRest(ctx, *record);                                                                                         \
-    QxMemFree_##T(ctx, record);                                                                                        \
-  }
-RELEASE(cp_oneType)
-RELEASE(cp_manyType_1)
-RELEASE(cp_manyType)
-RELEASE(cp_identityType_1)
-RELEASE(cp_identityType)
-RELEASE(cp_validityType)
-RELEASE(cp_conditionsType_1)
-RELEASE(cp_conditionsType)
-RELEASE(cp_extensibleType)
-RELEASE(cp_ruleType)
-RELEASE(cp__ruleset)
-#undef RELEASE
-
-// The library has no function for these.
-void Functions<cp_exceptType>::release(RuntimeContext *ctx, cp_exceptType *record) { releaseRest(ctx, *record); }
-void Functions<cp_sphereType>::release(RuntimeContext *ctx, cp_sphereType *record) { releaseRest(ctx, *record); }
-
-} // namespace support
+} // namespace rules

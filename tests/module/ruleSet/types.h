@@ -4,26 +4,41 @@
 #include "RuleSet/QxXmlRuleSet.h"
 #include "record.h"
 
-#define RULES_FUNCTIONS(T)                                                                                             \
-  RECORD_FUNCTIONS(T)                                                                                                  \
-  static void release(RuntimeContext *ctx, T *record);
-#define RULES_ELEMENT(T)                                                                                               \
-  template <> struct support::Functions<T> { RULES_FUNCTIONS(T) HANDLER_FUNCTIONS(T) };
-#define RULES_CHOICE(T)                                                                                                \
-  template <> struct support::Functions<T> { RULES_FUNCTIONS(T) };
-RULES_ELEMENT(cp_oneType)
-RULES_ELEMENT(cp_exceptType)
-RULES_CHOICE(cp_manyType_1)
-RULES_ELEMENT(cp_manyType)
-RULES_CHOICE(cp_identityType_1)
-RULES_ELEMENT(cp_identityType)
-RULES_ELEMENT(cp_sphereType)
-RULES_ELEMENT(cp_validityType)
-RULES_CHOICE(cp_conditionsType_1)
-RULES_ELEMENT(cp_conditionsType)
-RULES_ELEMENT(cp_extensibleType)
-RULES_ELEMENT(cp_ruleType)
-RULES_ELEMENT(cp__ruleset)
+namespace rules {
+
+// Gives back what no function of the library does: nothing, of most types.
+template <typename T> void releaseRest(RuntimeContext *, const T &) {}
+void releaseRest(RuntimeContext *ctx, const cp_exceptType &record);
+void releaseRest(RuntimeContext *ctx, const cp_sphereType &record);
+void releaseRest(RuntimeContext *ctx, const cp_manyType_1 &record);
+void releaseRest(RuntimeContext *ctx, const cp_manyType &record);
+void releaseRest(RuntimeContext *ctx, const cp_identityType_1 &record);
+void releaseRest(RuntimeContext *ctx, const cp_identityType &record);
+void releaseRest(RuntimeContext *ctx, const cp_conditionsType_1 &record);
+void releaseRest(RuntimeContext *ctx, const cp_conditionsType &record);
+void releaseRest(RuntimeContext *ctx, const cp_ruleType &record);
+void releaseRest(RuntimeContext *ctx, const cp__ruleset &record);
+
+} // namespace rules
+
+#define RULES_FUNCTIONS(T, FREE) RECORD_FUNCTIONS(T) RELEASE_FUNCTIONS(T, rules::releaseRest, FREE)
+#define RULES_ELEMENT(T, FREE)                                                                                         \
+  template <> struct support::Functions<T> { RULES_FUNCTIONS(T, FREE) HANDLER_FUNCTIONS(T) };
+#define RULES_CHOICE(T, FREE)                                                                                          \
+  template <> struct support::Functions<T> { RULES_FUNCTIONS(T, FREE) };
+RULES_ELEMENT(cp_oneType, QxMemFree_cp_oneType)
+RULES_ELEMENT(cp_exceptType, nullptr)
+RULES_CHOICE(cp_manyType_1, QxMemFree_cp_manyType_1)
+RULES_ELEMENT(cp_manyType, QxMemFree_cp_manyType)
+RULES_CHOICE(cp_identityType_1, QxMemFree_cp_identityType_1)
+RULES_ELEMENT(cp_identityType, QxMemFree_cp_identityType)
+RULES_ELEMENT(cp_sphereType, nullptr)
+RULES_ELEMENT(cp_validityType, QxMemFree_cp_validityType)
+RULES_CHOICE(cp_conditionsType_1, QxMemFree_cp_conditionsType_1)
+RULES_ELEMENT(cp_conditionsType, QxMemFree_cp_conditionsType)
+RULES_ELEMENT(cp_extensibleType, QxMemFree_cp_extensibleType)
+RULES_ELEMENT(cp_ruleType, QxMemFree_cp_ruleType)
+RULES_ELEMENT(cp__ruleset, QxMemFree_cp__ruleset)
 #undef RULES_CHOICE
 #undef RULES_ELEMENT
 #undef RULES_FUNCTIONS

@@ -32,7 +32,7 @@ function(imscodec_install_library target name component)
     INCLUDES DESTINATION ${include_dir})
   install(
     TARGETS ${target}-static
-    EXPORT imscodecTargets
+    EXPORT imscodecStaticTargets
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
     INCLUDES DESTINATION ${include_dir})
 endfunction()
@@ -51,7 +51,9 @@ configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/imscodecConfig.cmake.in 
                               INSTALL_DESTINATION ${config_dir} NO_SET_AND_CHECK_MACRO)
 write_basic_package_version_file(${config}Version.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${config}.cmake ${config}Version.cmake DESTINATION ${config_dir} COMPONENT development)
-install(EXPORT imscodecTargets NAMESPACE imscodec:: DESTINATION ${config_dir} COMPONENT development)
+foreach(export IN ITEMS imscodecTargets imscodecStaticTargets)
+  install(EXPORT ${export} NAMESPACE imscodec:: DESTINATION ${config_dir} COMPONENT development)
+endforeach()
 
 # ---- For pkg-config
 

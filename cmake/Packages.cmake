@@ -20,8 +20,14 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
-if(CMAKE_LIBRARY_ARCHITECTURE STREQUAL arm-linux-gnueabihf)
+if(IMSCODEC_SYSROOT)
+  # This machine's packages have other libraries than ours need: those of the sysroot.
   set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE armhf)
+  set(CPACK_PROJECT_CONFIG_FILE ${PROJECT_BINARY_DIR}/install/cpack.cmake)
+  string(JOIN " " shlibdeps env DEB_HOST_ARCH=armhf dpkg-shlibdeps -L${IMSCODEC_SYSROOT}/shlibs
+         -l${IMSCODEC_SYSROOT}/usr/lib/${CMAKE_LIBRARY_ARCHITECTURE}
+         -l${IMSCODEC_SYSROOT}/lib/${CMAKE_LIBRARY_ARCHITECTURE})
+  file(WRITE ${CPACK_PROJECT_CONFIG_FILE} "set(SHLIBDEPS_EXECUTABLE ${shlibdeps})\n")
 endif()
 
 # Every package has the changes and what is known about the licence; only packages have them.

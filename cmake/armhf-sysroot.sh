@@ -4,8 +4,9 @@
 #   cmake/armhf-sysroot.sh FOLDER
 #
 # The packages come from the machine's own Debian mirror, through an apt configuration of their own: the machine's
-# package state is neither read nor touched, and nothing is installed. Adding armhf to dpkg instead would tie the
-# machine to both architectures having every update on the same day.
+# package state is neither read nor touched, and nothing is installed. FOLDER/shlibs says which package has which
+# library, for the dependencies of our own packages. Adding armhf to dpkg instead would tie the machine to both
+# architectures having every update on the same day.
 set -euo pipefail
 export LC_ALL=C
 
@@ -72,6 +73,7 @@ apt-get -qq -y --download-only install "${packages[@]}" >"$apt/log" 2>&1 || {
 count=0
 for package in "$apt"/cache/archives/*.deb; do
   dpkg -x "$package" "$sysroot"
+  dpkg-deb --info "$package" shlibs >>"$sysroot/shlibs" 2>/dev/null || true
   count=$((count + 1))
 done
 

@@ -1,0 +1,599 @@
+// What the C++ layer is made of: contexts, results, errors, lists, and views of records.
+//
+// The layer adds names and types to the C interface and nothing else: a view is a pointer to a C record, a list is the
+// C list, a text is where it lies. No call throws, none needs run-time type information, and what can fail says so by
+// its result.
+//
+// A view is like a pointer in that its const does not reach the record. Views, texts and lists are valid as long as
+// the record is, and records as long as their context's heap: they go before the context goes or is reset.
+#pragma once
+
+#include "rtx.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <iterator>
+#include <new>
+#include <optional>
+#include <ranges>
+#include <span>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+#include <variant>
+
+namespace imscodec {
+
+// ---- Errors -----------------------------------------------------------------------------------------------------
+
+// One error that a context recorded. Valid until the context's next call.
+class Error {
+public:
+  Error(RuntimeContext *context, std::uint32_t position)
+      : ctx(context), index(position), record(rtxErrAt(context, position)) {}
+
+  int status() const { return record->status; }
+  std::uint32_t line() const { return record->line; }     // from 1; 0: the error has no place in an input
+  std::uint32_t column() const { return record->column; } // from 1, in bytes
+  std::size_t offset() const { return record->offset; }
+  std::string_view elementPath() const { return record->elementPath; }
+  std::span<const RtxErrorParam> parameters() const { return {record->params, record->paramCount}; }
+
+  // The error as one line for people, cut to what the buffer takes.
+  std::string_view format(std::span<char> buffer) const {
+    const std::size_t whole = rtxErrFormat(ctx, index, buffer.data(), buffer.size());
+    return {buffer.data(), buffer.empty() ? 0 : (whole < buffer.size() ? whole : buffer.size() - 1)};
+  }
+
+private:
+  RuntimeContext *ctx;
+  std::uint32_t index;
+  const RtxError *record;
+};
+
+// The errors of a context's last call, oldest first, as far as the context keeps them.
+class Errors : public std::ranges::view_base {
+public:
+  class Iterator {
+  public:
+    using iterator_concept = std::forward_iterator_tag;
+    using iterator_category = std::input_iterator_tag;
+    using difference_type = std::ptrdiff_t;
+    using value_type = Error;
+
+    Iterator() = default;
+    explicit Iterator(RuntimeContext *context) : ctx(context) {}
+
+    Error operator*() const { return {ctx, index}; }
+    Iterator &operator++() {
+      ++index;
+      return *this;
+    }
+    Iterator operator++(int) {
+      const Iterator before = *this;
+      ++index;
+      return before;
+    }
+    friend bool operator==(const Iterator &a, const Iterator &b) { return a.index == b.index; }
+    friend bool operator==(const Iterator &a, std::default_sentinel_t) { return !rtxErrAt(a.ctx, a.index); }
+
+  private:
+    RuntimeContext *ctx = nullptr;
+    std::uint32_t index = 0;
+  };
+
+  Errors() = default;
+  explicit Errors(RuntimeContext *context) : ctx(context) {}
+
+  Iterator begin() const { return Iterator(ctx); }
+  std::default_sentinel_t end() const { return {}; }
+  bool empty() const { return begin() == end(); }
+
+private:
+  RuntimeContext *ctx = nullptr;
+};
+
+// Whether a call succeeded, and what went wrong if it did not.
+class [[nodiscard]] Outcome {
+public:
+  Outcome(RuntimeContext *context, int result) : ctx(context), code(result) {}
+
+  explicit operator bool() const { return code == STATUS_OK; }
+  int status() const { return code; }
+  std::string_view statusText() const { return rtxStatusText(code); }
+  Errors errors() const { return Errors(ctx); } // valid until the context's next call
+
+protected:
+  RuntimeContext *ctx;
+  int code;
+};
+
+// A value, or errors. Only what converts to true has a value to be taken with * and ->.
+template <class T> class [[nodiscard]] Result : public Outcome {
+public:
+  using Outcome::Outcome;
+  Result(RuntimeContext *context, int result, T &&taken) : Outcome(context, result), value(std::move(taken)) {}
+
+  bool has_value() const { return code == STATUS_OK; }
+  T &operator*() & { return *value; }
+  const T &operator*() const & { return *value; }
+  T &&operator*() && { return *std::move(value); }
+
+  // What T points to if it is a pointer by itself, else its members.
+  decltype(auto) operator->() {
+    if constexpr (requires(T & held) { held.operator->(); }) {
+      return static_cast<T &>(*value);
+    } else {
+      return &*value;
+    }
+  }
+
+  // What could be had in spite of the errors; null if there is nothing.
+  T *partial() { return value ? &*value : nullptr; }
+
+private:
+  friend class Context;
+  std::optional<T> value;
+};
+
+// ---- Texts and lists --------------------------------------------------------------------------------------------
+
+// A text; data() is null if it is not set.
+inline std::string_view textOf(const char *text) { return text ? std::string_view(text) : std::string_view(); }
+inline std::string_view textOf(const RtxXmlString &text) { return textOf(text.value); }
+
+// An element of another vocabulary, as XML text that means the same on its own.
+struct Foreign {
+  std::string_view xml;
+};
+
+// An attribute that the vocabulary does not name.
+struct Attribute {
+  std::string_view name;
+  std::string_view value;
+};
+
+// A namespace declaration; prefix.data() is null for the default namespace.
+struct NamespaceDeclaration {
+  std::string_view prefix;
+  std::string_view uri;
+};
+
+// How a list's items look from C++.
+template <class T> struct Item {
+  static T of(void *data) { return T(*static_cast<typename T::Raw *>(data)); }
+};
+template <> struct Item<std::string_view> {
+  static std::string_view of(void *data) { return textOf(*static_cast<RtxXmlString *>(data)); }
+};
+template <> struct Item<Foreign> {
+  static Foreign of(void *data) { return {textOf(*static_cast<RtxXmlString *>(data))}; }
+};
+template <> struct Item<Attribute> {
+  static Attribute of(void *data) {
+    const auto *pair = static_cast<const RtxNamePair *>(data);
+    return {textOf(pair->name), textOf(pair->value)};
+  }
+};
+template <> struct Item<NamespaceDeclaration> {
+  static NamespaceDeclaration of(void *data) {
+    const auto *declaration = static_cast<const RtxNsDecl *>(data);
+    return {textOf(declaration->prefix), textOf(declaration->uri)};
+  }
+};
+
+// A list of a record.
+template <class T> class List : public std::ranges::view_base {
+public:
+  class Iterator {
+  public:
+    using iterator_concept = std::forward_iterator_tag;
+    using iterator_category = std::input_iterator_tag;
+    using difference_type = std::ptrdiff_t;
+    using value_type = T;
+
+    Iterator() = default;
+    explicit Iterator(const RtxListNode *first) : node(first) {}
+
+    T operator*() const { return Item<T>::of(node->data); }
+    Iterator &operator++() {
+      node = node->next;
+      return *this;
+    }
+    Iterator operator++(int) {
+      const Iterator before = *this;
+      node = node->next;
+      return before;
+    }
+    friend bool operator==(const Iterator &, const Iterator &) = default;
+
+  private:
+    const RtxListNode *node = nullptr;
+  };
+
+  List() = default;
+  explicit List(const RtxList &list) : first(list.head), count(list.count) {}
+
+  Iterator begin() const { return Iterator(first); }
+  Iterator end() const { return Iterator(); }
+  std::size_t size() const { return count; }
+  bool empty() const { return count == 0; }
+  T front() const { return *begin(); }
+
+private:
+  const RtxListNode *first = nullptr;
+  std::uint32_t count = 0;
+};
+
+// ---- Enumerations -----------------------------------------------------------------------------------------------
+
+template <class E> struct EnumText {
+  E code;
+  std::string_view text;
+};
+
+// The texts of an enumeration, as the vocabulary spells them: EnumTexts<E>::rows.
+template <class E> struct EnumTexts;
+
+template <class E>
+concept Enumeration = requires {
+  EnumTexts<E>::rows;
+};
+
+// The text of a code; empty for a code that has none.
+template <Enumeration E> constexpr std::string_view text(E code) {
+  for (const EnumText<E> &row : EnumTexts<E>::rows)
+    if (row.code == code) return row.text;
+  return {};
+}
+
+// The code of a text, compared exactly.
+template <Enumeration E> constexpr std::optional<E> fromText(std::string_view text) {
+  for (const EnumText<E> &row : EnumTexts<E>::rows)
+    if (row.text == text) return row.code;
+  return std::nullopt;
+}
+
+// ---- Contexts and records ---------------------------------------------------------------------------------------
+
+// The functions of a document, by the type that names it.
+template <class T> struct Document;
+
+template <class T> class Record;
+
+// Calls of an owner's member by its view's name.
+template <class T> struct Arrow {
+  T view;
+  T *operator->() { return &view; }
+};
+
+// A context that owns itself. It belongs to one thread at a time, and serves either the debug-info vocabulary or the
+// others. False if there was no storage for it; calls on such a context fail with STATUS_BAD_CONTEXT.
+class Context {
+public:
+  Context() : ctx(rtxContextCreate(nullptr)) {}
+  explicit Context(const RuntimeOptions &options) : ctx(rtxContextCreate(&options)) {}
+  explicit Context(RuntimeContext *owned) : ctx(owned) {} // takes it over
+  Context(Context &&other) noexcept : ctx(std::exchange(other.ctx, nullptr)) {}
+  Context &operator=(Context &&other) noexcept {
+    if (this != &other) {
+      rtxContextFree(ctx);
+      ctx = std::exchange(other.ctx, nullptr);
+    }
+    return *this;
+  }
+  ~Context() { rtxContextFree(ctx); }
+
+  explicit operator bool() const { return ctx != nullptr; }
+  RuntimeContext *get() const { return ctx; }
+  [[nodiscard]] RuntimeContext *release() { return std::exchange(ctx, nullptr); }
+
+  // Ready for the next message with the storage it has. Records go first, or are released.
+  void reset() { rtxContextReset(ctx); }
+
+  // An empty record, to be filled and encoded.
+  template <class T> Record<T> create() { return Record<T>(ctx, Record<T>::empty); }
+
+  // Reads a document. Errors do not end the reading, so that a failed result may have something in partial().
+  template <class T> Result<typename Document<T>::Value> decode(std::string_view bytes) {
+    rtxErrClear(ctx);
+    return read<T>(rtxSetInput(ctx, bytes.data(), bytes.size()));
+  }
+
+  // The same without a copy of the text, which ends with NUL and stays as it is during the call.
+  template <class T> Result<typename Document<T>::Value> decodeInPlace(const char *text, std::size_t length) {
+    rtxErrClear(ctx);
+    return read<T>(rtxSetInputZ(ctx, text, length));
+  }
+
+  // Checks a document without building a record.
+  template <class T> Outcome validate(std::string_view bytes) {
+    rtxErrClear(ctx);
+    int status = rtxSetInput(ctx, bytes.data(), bytes.size());
+    if (status == STATUS_OK) status = Document<T>::validate(ctx);
+    return {ctx, status};
+  }
+
+  // Writes a document. The text is the context's, and valid until it writes the next one.
+  template <class T>
+  requires requires { typename Document<T>::Argument; }
+  Result<std::string_view> encode(const std::type_identity_t<typename Document<T>::Argument> &value) {
+    rtxErrClear(ctx);
+    int status = rtxSetOutputDynamic(ctx);
+    if (status == STATUS_OK) status = Document<T>::encode(ctx, value);
+    if (status != STATUS_OK) return {ctx, status};
+    std::size_t length = 0;
+    const char *text = rtxGetOutput(ctx, &length);
+    return {ctx, status, std::string_view(text, length)};
+  }
+  template <class T> Result<std::string_view> encode(const Record<T> &record) { return encode<T>(record.view()); }
+  template <class T>
+  requires requires { typename T::Raw; }
+  Result<std::string_view> encode(const T &record) { return encode<T>(record); }
+
+private:
+  template <class T> Result<typename Document<T>::Value> read(int status) {
+    Result<typename Document<T>::Value> result(ctx, status);
+    if (status == STATUS_OK) result.code = Document<T>::decode(ctx, result.value);
+    return result;
+  }
+
+  RuntimeContext *ctx;
+};
+
+// A record of a document and all that it holds, given back to its context at its end.
+template <class T> class Record {
+public:
+  using Raw = typename T::Raw;
+
+  struct Empty {};
+  static constexpr Empty empty{};
+  struct Unset {};
+  static constexpr Unset unset{};
+
+  Record(RuntimeContext *context, Empty) : ctx(context), record{} { T::initialise(ctx, &record); }
+  Record(RuntimeContext *context, Unset) : ctx(context) {} // for a decoder, which sets it
+  Record(Record &&other) noexcept : ctx(std::exchange(other.ctx, nullptr)), record(other.record) {}
+  Record &operator=(Record &&other) noexcept {
+    if (this != &other) {
+      dispose();
+      ctx = std::exchange(other.ctx, nullptr);
+      record = other.record;
+    }
+    return *this;
+  }
+  ~Record() { dispose(); }
+
+  T view() const { return T(record); }
+  operator T() const { return view(); }
+  T operator*() const { return view(); }
+  Arrow<T> operator->() const { return {view()}; }
+  Raw &raw() const { return record; }
+
+  // Leaves what the record holds on the heap, which gives it back as a whole when the context is reset.
+  void release() { ctx = nullptr; }
+
+private:
+  void dispose() {
+    if (ctx) T::dispose(ctx, &record);
+  }
+
+  RuntimeContext *ctx;
+  mutable Raw record;
+};
+
+// A text or bytes that the heap of a context holds, given back at its end.
+template <class T> class Owned {
+public:
+  explicit Owned(RuntimeContext *context) : ctx(context) {}
+  Owned(Owned &&other) noexcept : ctx(std::exchange(other.ctx, nullptr)), held(other.held) {}
+  Owned &operator=(Owned &&other) noexcept {
+    if (this != &other) {
+      dispose();
+      ctx = std::exchange(other.ctx, nullptr);
+      held = other.held;
+    }
+    return *this;
+  }
+  ~Owned() { dispose(); }
+
+  T &raw() { return held; }
+  auto operator*() const {
+    if constexpr (std::is_same_v<T, RtxXmlString>) {
+      return textOf(held);
+    } else {
+      return std::span<const std::uint8_t>(held.bytes, held.length);
+    }
+  }
+
+private:
+  void dispose() {
+    if (!ctx) return;
+    if constexpr (std::is_same_v<T, RtxXmlString>) {
+      rtxMemHeapFreePtr(ctx, held.value);
+    } else {
+      rtxMemHeapFreePtr(ctx, held.bytes);
+    }
+  }
+
+  RuntimeContext *ctx;
+  T held{};
+};
+
+// ---- What generated views are made of ---------------------------------------------------------------------------
+
+namespace detail {
+
+// A copy on the heap with a NUL behind it; null if there is no storage, or the text has a NUL that would end it.
+inline const char *copied(RuntimeContext *ctx, std::string_view text) {
+  if (!text.empty() && std::memchr(text.data(), 0, text.size())) return nullptr;
+  auto *copy = static_cast<char *>(rtxMemHeapAlloc(ctx, text.size() + 1));
+  if (!copy) return nullptr;
+  if (!text.empty()) std::memcpy(copy, text.data(), text.size());
+  copy[text.size()] = '\0';
+  return copy;
+}
+
+inline bool assign(RuntimeContext *ctx, RtxXmlString &member, std::string_view text, bool present) {
+  const char *copy = copied(ctx, text);
+  if (!copy) return false;
+  if (present) rtxMemHeapFreePtr(ctx, member.value);
+  member = {false, copy};
+  return true;
+}
+
+inline bool assign(RuntimeContext *ctx, RtxHexBinary &member, std::span<const std::uint8_t> bytes, bool present) {
+  if (bytes.size() > UINT32_MAX) return false;
+  auto *copy = static_cast<std::uint8_t *>(rtxMemHeapAlloc(ctx, bytes.size()));
+  if (!copy) return false;
+  if (!bytes.empty()) std::memcpy(copy, bytes.data(), bytes.size());
+  if (present) rtxMemHeapFreePtr(ctx, member.bytes);
+  member = {static_cast<std::uint32_t>(bytes.size()), copy};
+  return true;
+}
+
+inline void clear(RuntimeContext *ctx, RtxXmlString &member) {
+  rtxMemHeapFreePtr(ctx, member.value);
+  member = {};
+}
+
+inline void clear(RuntimeContext *ctx, RtxHexBinary &member) {
+  rtxMemHeapFreePtr(ctx, member.bytes);
+  member = {};
+}
+
+// Appends a zeroed item; null, with the list as it was, if there is no storage.
+template <class Raw> Raw *append(RuntimeContext *ctx, RtxList &list) {
+  void *block = rtxMemHeapAlloc(ctx, sizeof(Raw));
+  if (!block) return nullptr;
+  Raw *item = new (block) Raw{};
+  if (rtxDListAppend(ctx, &list, item)) return item;
+  rtxMemHeapFreePtr(ctx, block);
+  return nullptr;
+}
+
+template <class T> std::optional<T> appendRecord(RuntimeContext *ctx, RtxList &list) {
+  auto *item = append<typename T::Raw>(ctx, list);
+  if (!item) return std::nullopt;
+  T::initialise(ctx, item);
+  return T(*item);
+}
+
+inline bool appendText(RuntimeContext *ctx, RtxList &list, std::string_view text) {
+  const char *copy = copied(ctx, text);
+  if (!copy) return false;
+  if (auto *item = append<RtxXmlString>(ctx, list)) {
+    item->value = copy;
+    return true;
+  }
+  rtxMemHeapFreePtr(ctx, copy);
+  return false;
+}
+
+// Appends an item of two texts; the first may be left out.
+template <class Raw>
+bool appendPair(RuntimeContext *ctx, RtxList &list, std::optional<std::string_view> first, std::string_view second) {
+  const char *firstCopy = first ? copied(ctx, *first) : nullptr;
+  const char *secondCopy = copied(ctx, second);
+  if ((firstCopy || !first) && secondCopy) {
+    if (auto *item = append<Raw>(ctx, list)) {
+      *item = {firstCopy, secondCopy};
+      return true;
+    }
+  }
+  rtxMemHeapFreePtr(ctx, firstCopy);
+  rtxMemHeapFreePtr(ctx, secondCopy);
+  return false;
+}
+
+} // namespace detail
+
+// A record by the names of its vocabulary.
+template <class RawType> class View {
+public:
+  using Raw = RawType;
+
+  explicit View(Raw &seen) : record(&seen) {}
+  Raw &raw() const { return *record; }
+
+protected:
+  bool has(std::uint32_t bit) const { return (record->m & bit) != 0; }
+  void mark(std::uint32_t bit) { record->m |= bit; }
+  void unmark(std::uint32_t bit) { record->m &= ~bit; }
+
+private:
+  Raw *record;
+};
+
+// ---- What generated documents are made of -----------------------------------------------------------------------
+
+namespace detail {
+
+template <class T, auto decoder, auto encoder, auto validator> struct RecordDocument {
+  using Value = Record<T>;
+  using Argument = T;
+  static int decode(RuntimeContext *ctx, std::optional<Value> &value) {
+    value.emplace(ctx, Value::unset);
+    const int status = decoder(ctx, &value->raw());
+    if (status == STATUS_READER_FAILED) { // the record was not touched
+      value->release();
+      value.reset();
+    }
+    return status;
+  }
+  static int encode(RuntimeContext *ctx, const T &record) { return encoder(ctx, &record.raw()); }
+  static int validate(RuntimeContext *ctx) { return validator(ctx); }
+};
+
+template <auto decoder, auto encoder, auto validator> struct TextDocument {
+  using Value = Owned<RtxXmlString>;
+  using Argument = std::string_view;
+  static int decode(RuntimeContext *ctx, std::optional<Value> &value) {
+    value.emplace(ctx);
+    return decoder(ctx, &value->raw());
+  }
+  static int encode(RuntimeContext *ctx, std::string_view text) {
+    const RtxXmlString copy = {false, copied(ctx, text)};
+    if (!copy.value) return text.find('\0') == text.npos ? STATUS_NO_MEMORY : STATUS_INVALID_UTF8;
+    const int status = encoder(ctx, &copy);
+    rtxMemHeapFreePtr(ctx, copy.value);
+    return status;
+  }
+  static int validate(RuntimeContext *ctx) { return validator(ctx); }
+};
+
+template <auto decoder, auto encoder, auto validator> struct BytesDocument {
+  using Value = Owned<RtxHexBinary>;
+  using Argument = std::span<const std::uint8_t>;
+  static int decode(RuntimeContext *ctx, std::optional<Value> &value) {
+    value.emplace(ctx);
+    return decoder(ctx, &value->raw());
+  }
+  static int encode(RuntimeContext *ctx, std::span<const std::uint8_t> bytes) {
+    if (bytes.size() > UINT32_MAX) return STATUS_LIMIT_EXCEEDED;
+    const RtxHexBinary given = {static_cast<std::uint32_t>(bytes.size()), bytes.data()};
+    return encoder(ctx, &given);
+  }
+  static int validate(RuntimeContext *ctx) { return validator(ctx); }
+};
+
+template <class E, auto decoder, auto encoder, auto validator> struct EnumDocument {
+  using Value = E;
+  using Argument = E;
+  static int decode(RuntimeContext *ctx, std::optional<Value> &value) {
+    std::uint16_t code = 0;
+    const int status = decoder(ctx, &code);
+    if (status == STATUS_OK) value = static_cast<E>(code);
+    return status;
+  }
+  static int encode(RuntimeContext *ctx, E code) { return encoder(ctx, static_cast<std::uint32_t>(code)); }
+  static int validate(RuntimeContext *ctx) { return validator(ctx); }
+};
+
+} // namespace detail
+
+} // namespace imscodec
+
+template <class T> inline constexpr bool std::ranges::enable_borrowed_range<imscodec::List<T>> = true;
+template <> inline constexpr bool std::ranges::enable_borrowed_range<imscodec::Errors> = true;

@@ -1,0 +1,323 @@
+// Written by generate from the dump of the tables; do not edit.
+// clang-format off
+#pragma once
+
+#include "DebugEvent/QxXmlDebugEvent.h"
+#include "imscodec/core.hpp"
+
+namespace imscodec::debugevent {
+
+enum class reason : std::uint16_t {
+  dialog_established = 0,
+  session_end = 1,
+};
+
+enum class depth : std::uint16_t {
+  maximum = 0,
+  minimum = 1,
+};
+
+enum class state : std::uint16_t {
+  full = 0,
+  partial = 1,
+};
+
+// tns__start_trigger
+class start_trigger : public View<::tns__start_trigger> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns__start_trigger(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns__start_trigger(ctx, record); }
+
+  std::optional<std::string_view> from() const {
+    if (!has(tns__start_trigger_has_from)) return std::nullopt;
+    return textOf(raw().tns_from);
+  }
+  [[nodiscard]] bool set_from(Context &context, std::string_view text) {
+    if (!detail::assign(context.get(), raw().tns_from, text, has(tns__start_trigger_has_from))) return false;
+    mark(tns__start_trigger_has_from);
+    return true;
+  }
+  void clear_from(Context &context) {
+    if (has(tns__start_trigger_has_from)) detail::clear(context.get(), raw().tns_from);
+    unmark(tns__start_trigger_has_from);
+  }
+
+  std::optional<std::string_view> to() const {
+    if (!has(tns__start_trigger_has_to)) return std::nullopt;
+    return textOf(raw().tns_to);
+  }
+  [[nodiscard]] bool set_to(Context &context, std::string_view text) {
+    if (!detail::assign(context.get(), raw().tns_to, text, has(tns__start_trigger_has_to))) return false;
+    mark(tns__start_trigger_has_to);
+    return true;
+  }
+  void clear_to(Context &context) {
+    if (has(tns__start_trigger_has_to)) detail::clear(context.get(), raw().tns_to);
+    unmark(tns__start_trigger_has_to);
+  }
+
+  std::optional<std::string_view> icsi() const {
+    if (!has(tns__start_trigger_has_icsi)) return std::nullopt;
+    return textOf(raw().tns_icsi);
+  }
+  [[nodiscard]] bool set_icsi(Context &context, std::string_view text) {
+    if (!detail::assign(context.get(), raw().tns_icsi, text, has(tns__start_trigger_has_icsi))) return false;
+    mark(tns__start_trigger_has_icsi);
+    return true;
+  }
+  void clear_icsi(Context &context) {
+    if (has(tns__start_trigger_has_icsi)) detail::clear(context.get(), raw().tns_icsi);
+    unmark(tns__start_trigger_has_icsi);
+  }
+
+  std::optional<std::string_view> iari() const {
+    if (!has(tns__start_trigger_has_iari)) return std::nullopt;
+    return textOf(raw().tns_iari);
+  }
+  [[nodiscard]] bool set_iari(Context &context, std::string_view text) {
+    if (!detail::assign(context.get(), raw().tns_iari, text, has(tns__start_trigger_has_iari))) return false;
+    mark(tns__start_trigger_has_iari);
+    return true;
+  }
+  void clear_iari(Context &context) {
+    if (has(tns__start_trigger_has_iari)) detail::clear(context.get(), raw().tns_iari);
+    unmark(tns__start_trigger_has_iari);
+  }
+
+  std::optional<std::string_view> method() const {
+    if (!has(tns__start_trigger_has_method)) return std::nullopt;
+    return textOf(raw().tns_method);
+  }
+  [[nodiscard]] bool set_method(Context &context, std::string_view text) {
+    if (!detail::assign(context.get(), raw().tns_method, text, has(tns__start_trigger_has_method))) return false;
+    mark(tns__start_trigger_has_method);
+    return true;
+  }
+  void clear_method(Context &context) {
+    if (has(tns__start_trigger_has_method)) detail::clear(context.get(), raw().tns_method);
+    unmark(tns__start_trigger_has_method);
+  }
+
+  std::optional<std::string_view> time() const {
+    if (!has(tns__start_trigger_has_time)) return std::nullopt;
+    return textOf(raw().tns_time);
+  }
+  [[nodiscard]] bool set_time(Context &context, std::string_view text) {
+    if (!detail::assign(context.get(), raw().tns_time, text, has(tns__start_trigger_has_time))) return false;
+    mark(tns__start_trigger_has_time);
+    return true;
+  }
+  void clear_time(Context &context) {
+    if (has(tns__start_trigger_has_time)) detail::clear(context.get(), raw().tns_time);
+    unmark(tns__start_trigger_has_time);
+  }
+
+  std::optional<std::span<const std::uint8_t>> debug_id() const {
+    if (!has(tns__start_trigger_has_debug_id)) return std::nullopt;
+    return std::span<const std::uint8_t>(raw().tns_debug_id.bytes, raw().tns_debug_id.length);
+  }
+  [[nodiscard]] bool set_debug_id(Context &context, std::span<const std::uint8_t> bytes) {
+    if (!detail::assign(context.get(), raw().tns_debug_id, bytes, has(tns__start_trigger_has_debug_id))) return false;
+    mark(tns__start_trigger_has_debug_id);
+    return true;
+  }
+  void clear_debug_id(Context &context) {
+    if (has(tns__start_trigger_has_debug_id)) detail::clear(context.get(), raw().tns_debug_id);
+    unmark(tns__start_trigger_has_debug_id);
+  }
+};
+
+// tns__stop_trigger
+class stop_trigger : public View<::tns__stop_trigger> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns__stop_trigger(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns__stop_trigger(ctx, record); }
+
+  std::optional<std::string_view> time() const {
+    if (!has(tns__stop_trigger_has_time)) return std::nullopt;
+    return textOf(raw().tns_time);
+  }
+  [[nodiscard]] bool set_time(Context &context, std::string_view text) {
+    if (!detail::assign(context.get(), raw().tns_time, text, has(tns__stop_trigger_has_time))) return false;
+    mark(tns__stop_trigger_has_time);
+    return true;
+  }
+  void clear_time(Context &context) {
+    if (has(tns__stop_trigger_has_time)) detail::clear(context.get(), raw().tns_time);
+    unmark(tns__stop_trigger_has_time);
+  }
+
+  std::optional<std::string_view> time_period() const {
+    if (!has(tns__stop_trigger_has_time_period)) return std::nullopt;
+    return textOf(raw().tns_time_period);
+  }
+  [[nodiscard]] bool set_time_period(Context &context, std::string_view text) {
+    if (!detail::assign(context.get(), raw().tns_time_period, text, has(tns__stop_trigger_has_time_period))) return false;
+    mark(tns__stop_trigger_has_time_period);
+    return true;
+  }
+  void clear_time_period(Context &context) {
+    if (has(tns__stop_trigger_has_time_period)) detail::clear(context.get(), raw().tns_time_period);
+    unmark(tns__stop_trigger_has_time_period);
+  }
+
+  std::optional<imscodec::debugevent::reason> reason() const {
+    if (!has(tns__stop_trigger_has_reason)) return std::nullopt;
+    return static_cast<imscodec::debugevent::reason>(raw().tns_reason);
+  }
+  void set_reason(imscodec::debugevent::reason value) { raw().tns_reason = static_cast<std::uint16_t>(value); mark(tns__stop_trigger_has_reason); }
+  void clear_reason() { unmark(tns__stop_trigger_has_reason); }
+};
+
+// tns__control
+class control : public View<::tns__control> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns__control(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns__control(ctx, record); }
+
+  std::string_view interface() const { return textOf(raw().tns_interface); }
+  [[nodiscard]] bool set_interface(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().tns_interface, text, true);
+  }
+
+  std::optional<imscodec::debugevent::depth> depth() const {
+    if (!has(tns__control_has_depth)) return std::nullopt;
+    return static_cast<imscodec::debugevent::depth>(raw().tns_depth);
+  }
+  void set_depth(imscodec::debugevent::depth value) { raw().tns_depth = static_cast<std::uint16_t>(value); mark(tns__control_has_depth); }
+  void clear_depth() { unmark(tns__control_has_depth); }
+
+  std::optional<std::span<const std::uint8_t>> debug_id() const {
+    if (!has(tns__control_has_debug_id)) return std::nullopt;
+    return std::span<const std::uint8_t>(raw().tns_debug_id.bytes, raw().tns_debug_id.length);
+  }
+  [[nodiscard]] bool set_debug_id(Context &context, std::span<const std::uint8_t> bytes) {
+    if (!detail::assign(context.get(), raw().tns_debug_id, bytes, has(tns__control_has_debug_id))) return false;
+    mark(tns__control_has_debug_id);
+    return true;
+  }
+  void clear_debug_id(Context &context) {
+    if (has(tns__control_has_debug_id)) detail::clear(context.get(), raw().tns_debug_id);
+    unmark(tns__control_has_debug_id);
+  }
+};
+
+// tns__session
+class session : public View<::tns__session> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns__session(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns__session(ctx, record); }
+
+  imscodec::debugevent::start_trigger start_trigger() const { return imscodec::debugevent::start_trigger(raw().tns_start_trigger); }
+
+  imscodec::debugevent::stop_trigger stop_trigger() const { return imscodec::debugevent::stop_trigger(raw().tns_stop_trigger); }
+
+  imscodec::debugevent::control control() const { return imscodec::debugevent::control(raw().tns_control); }
+
+  std::string_view id() const { return textOf(raw().tns_id); }
+  [[nodiscard]] bool set_id(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().tns_id, text, true);
+  }
+};
+
+// tns__debugconfig
+class debugconfig : public View<::tns__debugconfig> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns__debugconfig(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns__debugconfig(ctx, record); }
+
+  List<imscodec::debugevent::session> session() const { return List<imscodec::debugevent::session>(raw().tns_session); }
+  [[nodiscard]] std::optional<imscodec::debugevent::session> add_session(Context &context) {
+    return detail::appendRecord<imscodec::debugevent::session>(context.get(), raw().tns_session);
+  }
+
+  std::string_view aor() const { return textOf(raw().tns_aor); }
+  [[nodiscard]] bool set_aor(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().tns_aor, text, true);
+  }
+};
+
+// tns__debuginfo
+class debuginfo : public View<::tns__debuginfo> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns__debuginfo(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns__debuginfo(ctx, record); }
+
+  List<imscodec::debugevent::debugconfig> debugconfig() const { return List<imscodec::debugevent::debugconfig>(raw().tns_debugconfig); }
+  [[nodiscard]] std::optional<imscodec::debugevent::debugconfig> add_debugconfig(Context &context) {
+    return detail::appendRecord<imscodec::debugevent::debugconfig>(context.get(), raw().tns_debugconfig);
+  }
+
+  List<Foreign> anyElems() const { return List<Foreign>(raw().anyElems.items); }
+  [[nodiscard]] bool add_anyElems(Context &context, std::string_view xml) {
+    return detail::appendText(context.get(), raw().anyElems.items, xml);
+  }
+
+  std::uint32_t version() const { return raw().tns_version; }
+  void set_version(std::uint32_t value) { raw().tns_version = value; }
+
+  imscodec::debugevent::state state() const { return static_cast<imscodec::debugevent::state>(raw().tns_state); }
+  void set_state(imscodec::debugevent::state value) { raw().tns_state = static_cast<std::uint16_t>(value); }
+};
+
+// Documents by the names of their roots.
+struct time; // a document of a single value
+struct from; // a document of a single value
+struct to; // a document of a single value
+struct method; // a document of a single value
+struct icsi; // a document of a single value
+struct iari; // a document of a single value
+struct debug_id; // a document of a single value
+struct time_period; // a document of a single value
+struct interface; // a document of a single value
+
+} // namespace imscodec::debugevent
+
+namespace imscodec {
+
+template <> struct EnumTexts<imscodec::debugevent::reason> {
+  static constexpr EnumText<imscodec::debugevent::reason> rows[] = {
+    {imscodec::debugevent::reason::dialog_established, "dialog_established"},
+    {imscodec::debugevent::reason::session_end, "session_end"},
+  };
+};
+
+template <> struct EnumTexts<imscodec::debugevent::depth> {
+  static constexpr EnumText<imscodec::debugevent::depth> rows[] = {
+    {imscodec::debugevent::depth::maximum, "maximum"},
+    {imscodec::debugevent::depth::minimum, "minimum"},
+  };
+};
+
+template <> struct EnumTexts<imscodec::debugevent::state> {
+  static constexpr EnumText<imscodec::debugevent::state> rows[] = {
+    {imscodec::debugevent::state::full, "full"},
+    {imscodec::debugevent::state::partial, "partial"},
+  };
+};
+
+template <> struct Document<imscodec::debugevent::debuginfo> : detail::RecordDocument<imscodec::debugevent::debuginfo, QxXmlD_tns_debuginfo, QxXmlE_tns_debuginfo, QxXmlV_tns_debuginfo> {};
+template <> struct Document<imscodec::debugevent::debugconfig> : detail::RecordDocument<imscodec::debugevent::debugconfig, QxXmlD_tns_debugconfig, QxXmlE_tns_debugconfig, QxXmlV_tns_debugconfig> {};
+template <> struct Document<imscodec::debugevent::session> : detail::RecordDocument<imscodec::debugevent::session, QxXmlD_tns_session, QxXmlE_tns_session, QxXmlV_tns_session> {};
+template <> struct Document<imscodec::debugevent::start_trigger> : detail::RecordDocument<imscodec::debugevent::start_trigger, QxXmlD_tns_start_trigger, QxXmlE_tns_start_trigger, QxXmlV_tns_start_trigger> {};
+template <> struct Document<imscodec::debugevent::stop_trigger> : detail::RecordDocument<imscodec::debugevent::stop_trigger, QxXmlD_tns_stop_trigger, QxXmlE_tns_stop_trigger, QxXmlV_tns_stop_trigger> {};
+template <> struct Document<imscodec::debugevent::control> : detail::RecordDocument<imscodec::debugevent::control, QxXmlD_tns_control, QxXmlE_tns_control, QxXmlV_tns_control> {};
+template <> struct Document<imscodec::debugevent::time> : detail::TextDocument<QxXmlD_tns_time, QxXmlE_tns_time, QxXmlV_tns_time> {};
+template <> struct Document<imscodec::debugevent::from> : detail::TextDocument<QxXmlD_tns_from, QxXmlE_tns_from, QxXmlV_tns_from> {};
+template <> struct Document<imscodec::debugevent::to> : detail::TextDocument<QxXmlD_tns_to, QxXmlE_tns_to, QxXmlV_tns_to> {};
+template <> struct Document<imscodec::debugevent::method> : detail::TextDocument<QxXmlD_tns_method, QxXmlE_tns_method, QxXmlV_tns_method> {};
+template <> struct Document<imscodec::debugevent::icsi> : detail::TextDocument<QxXmlD_tns_icsi, QxXmlE_tns_icsi, QxXmlV_tns_icsi> {};
+template <> struct Document<imscodec::debugevent::iari> : detail::TextDocument<QxXmlD_tns_iari, QxXmlE_tns_iari, QxXmlV_tns_iari> {};
+template <> struct Document<imscodec::debugevent::debug_id> : detail::BytesDocument<QxXmlD_tns_debug_id, QxXmlE_tns_debug_id, QxXmlV_tns_debug_id> {};
+template <> struct Document<imscodec::debugevent::time_period> : detail::TextDocument<QxXmlD_tns_time_period, QxXmlE_tns_time_period, QxXmlV_tns_time_period> {};
+template <> struct Document<imscodec::debugevent::reason> : detail::EnumDocument<imscodec::debugevent::reason, QxXmlD_tns_reason, QxXmlE_tns_reason, QxXmlV_tns_reason> {};
+template <> struct Document<imscodec::debugevent::interface> : detail::TextDocument<QxXmlD_tns_interface, QxXmlE_tns_interface, QxXmlV_tns_interface> {};
+template <> struct Document<imscodec::debugevent::depth> : detail::EnumDocument<imscodec::debugevent::depth, QxXmlD_tns_depth, QxXmlE_tns_depth, QxXmlV_tns_depth> {};
+
+} // namespace imscodec

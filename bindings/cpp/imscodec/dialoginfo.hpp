@@ -1,0 +1,457 @@
+// Written by generate from the dump of the tables; do not edit.
+// clang-format off
+#pragma once
+
+#include "DialogInfo/QxXmlDialogInfo.h"
+#include "imscodec/core.hpp"
+
+namespace imscodec::dialoginfo {
+
+enum class state_event : std::uint16_t {
+  cancelled = 0,
+  rejected = 1,
+  replaced = 2,
+  local_bye = 3,
+  remote_bye = 4,
+  error = 5,
+  timeout = 6,
+};
+
+enum class dialog_direction : std::uint16_t {
+  initiator = 0,
+  recipient = 1,
+};
+
+enum class dialog_info_state : std::uint16_t {
+  full = 0,
+  partial = 1,
+};
+
+// tns__state
+class state : public View<::tns__state> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns__state(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns__state(ctx, record); }
+
+  std::string_view value() const { return textOf(raw().value); }
+  [[nodiscard]] bool set_value(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().value, text, true);
+  }
+
+  std::optional<imscodec::dialoginfo::state_event> event() const {
+    if (!has(tns__state_has_event)) return std::nullopt;
+    return static_cast<imscodec::dialoginfo::state_event>(raw().tns_event);
+  }
+  void set_event(imscodec::dialoginfo::state_event value) { raw().tns_event = static_cast<std::uint16_t>(value); mark(tns__state_has_event); }
+  void clear_event() { unmark(tns__state_has_event); }
+
+  std::optional<std::uint16_t> code() const {
+    if (!has(tns__state_has_code)) return std::nullopt;
+    return raw().tns_code;
+  }
+  void set_code(std::uint16_t value) { raw().tns_code = value; mark(tns__state_has_code); }
+  void clear_code() { unmark(tns__state_has_code); }
+
+  List<NamespaceDeclaration> nsDecls() const { return List<NamespaceDeclaration>(raw().nsDecls.items); }
+  [[nodiscard]] bool add_nsDecls(Context &context, std::optional<std::string_view> prefix, std::string_view uri) {
+    return detail::appendPair<RtxNsDecl>(context.get(), raw().nsDecls.items, prefix, uri);
+  }
+};
+
+// tns__dialog_replaces
+class dialog_replaces : public View<::tns__dialog_replaces> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns__dialog_replaces(ctx, record); }
+
+  std::string_view call_id() const { return textOf(raw().tns_call_id); }
+  [[nodiscard]] bool set_call_id(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().tns_call_id, text, true);
+  }
+
+  std::string_view local_tag() const { return textOf(raw().tns_local_tag); }
+  [[nodiscard]] bool set_local_tag(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().tns_local_tag, text, true);
+  }
+
+  std::string_view remote_tag() const { return textOf(raw().tns_remote_tag); }
+  [[nodiscard]] bool set_remote_tag(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().tns_remote_tag, text, true);
+  }
+};
+
+// tns_nameaddr
+class nameaddr : public View<::tns_nameaddr> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns_nameaddr(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns_nameaddr(ctx, record); }
+
+  std::string_view value() const { return textOf(raw().value); }
+  [[nodiscard]] bool set_value(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().value, text, true);
+  }
+
+  std::optional<std::string_view> display_name() const {
+    if (!has(tns_nameaddr_has_display_name)) return std::nullopt;
+    return textOf(raw().tns_display_name);
+  }
+  [[nodiscard]] bool set_display_name(Context &context, std::string_view text) {
+    if (!detail::assign(context.get(), raw().tns_display_name, text, has(tns_nameaddr_has_display_name))) return false;
+    mark(tns_nameaddr_has_display_name);
+    return true;
+  }
+  void clear_display_name(Context &context) {
+    if (has(tns_nameaddr_has_display_name)) detail::clear(context.get(), raw().tns_display_name);
+    unmark(tns_nameaddr_has_display_name);
+  }
+
+  List<NamespaceDeclaration> nsDecls() const { return List<NamespaceDeclaration>(raw().nsDecls.items); }
+  [[nodiscard]] bool add_nsDecls(Context &context, std::optional<std::string_view> prefix, std::string_view uri) {
+    return detail::appendPair<RtxNsDecl>(context.get(), raw().nsDecls.items, prefix, uri);
+  }
+};
+
+// tns__dialog_route_set
+class dialog_route_set : public View<::tns__dialog_route_set> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns__dialog_route_set(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns__dialog_route_set(ctx, record); }
+
+  List<std::string_view> hop() const { return List<std::string_view>(raw().tns_hop); }
+  [[nodiscard]] bool add_hop(Context &context, std::string_view text) {
+    return detail::appendText(context.get(), raw().tns_hop, text);
+  }
+};
+
+// tns_participant_target_param
+class participant_target_param : public View<::tns_participant_target_param> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns_participant_target_param(ctx, record); }
+
+  std::string_view pname() const { return textOf(raw().tns_pname); }
+  [[nodiscard]] bool set_pname(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().tns_pname, text, true);
+  }
+
+  std::string_view pval() const { return textOf(raw().tns_pval); }
+  [[nodiscard]] bool set_pval(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().tns_pval, text, true);
+  }
+};
+
+// tns_participant_target
+class participant_target : public View<::tns_participant_target> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns_participant_target(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns_participant_target(ctx, record); }
+
+  List<imscodec::dialoginfo::participant_target_param> param() const { return List<imscodec::dialoginfo::participant_target_param>(raw().tns_param); }
+  [[nodiscard]] std::optional<imscodec::dialoginfo::participant_target_param> add_param(Context &context) {
+    return detail::appendRecord<imscodec::dialoginfo::participant_target_param>(context.get(), raw().tns_param);
+  }
+
+  std::string_view uri() const { return textOf(raw().tns_uri); }
+  [[nodiscard]] bool set_uri(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().tns_uri, text, true);
+  }
+};
+
+// tns_sessd
+class sessd : public View<::tns_sessd> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns_sessd(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns_sessd(ctx, record); }
+
+  std::string_view value() const { return textOf(raw().value); }
+  [[nodiscard]] bool set_value(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().value, text, true);
+  }
+
+  std::string_view type() const { return textOf(raw().tns_type); }
+  [[nodiscard]] bool set_type(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().tns_type, text, true);
+  }
+
+  List<NamespaceDeclaration> nsDecls() const { return List<NamespaceDeclaration>(raw().nsDecls.items); }
+  [[nodiscard]] bool add_nsDecls(Context &context, std::optional<std::string_view> prefix, std::string_view uri) {
+    return detail::appendPair<RtxNsDecl>(context.get(), raw().nsDecls.items, prefix, uri);
+  }
+};
+
+// tns_participant
+class participant : public View<::tns_participant> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns_participant(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns_participant(ctx, record); }
+
+  std::optional<imscodec::dialoginfo::nameaddr> identity() const {
+    if (!has(tns_participant_has_identity)) return std::nullopt;
+    return imscodec::dialoginfo::nameaddr(raw().tns_identity);
+  }
+  imscodec::dialoginfo::nameaddr make_identity(Context &context) {
+    if (!has(tns_participant_has_identity)) imscodec::dialoginfo::nameaddr::initialise(context.get(), &raw().tns_identity);
+    mark(tns_participant_has_identity);
+    return imscodec::dialoginfo::nameaddr(raw().tns_identity);
+  }
+  void clear_identity(Context &context) {
+    if (has(tns_participant_has_identity)) imscodec::dialoginfo::nameaddr::dispose(context.get(), &raw().tns_identity);
+    unmark(tns_participant_has_identity);
+  }
+
+  std::optional<imscodec::dialoginfo::participant_target> target() const {
+    if (!has(tns_participant_has_target)) return std::nullopt;
+    return imscodec::dialoginfo::participant_target(raw().tns_target);
+  }
+  imscodec::dialoginfo::participant_target make_target(Context &context) {
+    if (!has(tns_participant_has_target)) imscodec::dialoginfo::participant_target::initialise(context.get(), &raw().tns_target);
+    mark(tns_participant_has_target);
+    return imscodec::dialoginfo::participant_target(raw().tns_target);
+  }
+  void clear_target(Context &context) {
+    if (has(tns_participant_has_target)) imscodec::dialoginfo::participant_target::dispose(context.get(), &raw().tns_target);
+    unmark(tns_participant_has_target);
+  }
+
+  std::optional<imscodec::dialoginfo::sessd> session_description() const {
+    if (!has(tns_participant_has_session_description)) return std::nullopt;
+    return imscodec::dialoginfo::sessd(raw().tns_session_description);
+  }
+  imscodec::dialoginfo::sessd make_session_description(Context &context) {
+    if (!has(tns_participant_has_session_description)) imscodec::dialoginfo::sessd::initialise(context.get(), &raw().tns_session_description);
+    mark(tns_participant_has_session_description);
+    return imscodec::dialoginfo::sessd(raw().tns_session_description);
+  }
+  void clear_session_description(Context &context) {
+    if (has(tns_participant_has_session_description)) imscodec::dialoginfo::sessd::dispose(context.get(), &raw().tns_session_description);
+    unmark(tns_participant_has_session_description);
+  }
+
+  std::optional<std::uint32_t> cseq() const {
+    if (!has(tns_participant_has_cseq)) return std::nullopt;
+    return raw().tns_cseq;
+  }
+  void set_cseq(std::uint32_t value) { raw().tns_cseq = value; mark(tns_participant_has_cseq); }
+  void clear_cseq() { unmark(tns_participant_has_cseq); }
+
+  List<Foreign> anyElems() const { return List<Foreign>(raw().anyElems.items); }
+  [[nodiscard]] bool add_anyElems(Context &context, std::string_view xml) {
+    return detail::appendText(context.get(), raw().anyElems.items, xml);
+  }
+};
+
+// tns__dialog
+class dialog : public View<::tns__dialog> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns__dialog(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns__dialog(ctx, record); }
+
+  imscodec::dialoginfo::state state() const { return imscodec::dialoginfo::state(raw().tns_state); }
+
+  std::optional<std::uint32_t> duration() const {
+    if (!has(tns__dialog_has_duration)) return std::nullopt;
+    return raw().tns_duration;
+  }
+  void set_duration(std::uint32_t value) { raw().tns_duration = value; mark(tns__dialog_has_duration); }
+  void clear_duration() { unmark(tns__dialog_has_duration); }
+
+  std::optional<imscodec::dialoginfo::dialog_replaces> replaces() const {
+    if (!has(tns__dialog_has_replaces)) return std::nullopt;
+    return imscodec::dialoginfo::dialog_replaces(raw().tns_replaces);
+  }
+  imscodec::dialoginfo::dialog_replaces make_replaces(Context &context) {
+    if (!has(tns__dialog_has_replaces)) imscodec::dialoginfo::dialog_replaces::initialise(context.get(), &raw().tns_replaces);
+    mark(tns__dialog_has_replaces);
+    return imscodec::dialoginfo::dialog_replaces(raw().tns_replaces);
+  }
+  void clear_replaces(Context & /* its texts stay on the heap */) {
+    unmark(tns__dialog_has_replaces);
+  }
+
+  std::optional<imscodec::dialoginfo::nameaddr> referred_by() const {
+    if (!has(tns__dialog_has_referred_by)) return std::nullopt;
+    return imscodec::dialoginfo::nameaddr(raw().tns_referred_by);
+  }
+  imscodec::dialoginfo::nameaddr make_referred_by(Context &context) {
+    if (!has(tns__dialog_has_referred_by)) imscodec::dialoginfo::nameaddr::initialise(context.get(), &raw().tns_referred_by);
+    mark(tns__dialog_has_referred_by);
+    return imscodec::dialoginfo::nameaddr(raw().tns_referred_by);
+  }
+  void clear_referred_by(Context &context) {
+    if (has(tns__dialog_has_referred_by)) imscodec::dialoginfo::nameaddr::dispose(context.get(), &raw().tns_referred_by);
+    unmark(tns__dialog_has_referred_by);
+  }
+
+  std::optional<imscodec::dialoginfo::dialog_route_set> route_set() const {
+    if (!has(tns__dialog_has_route_set)) return std::nullopt;
+    return imscodec::dialoginfo::dialog_route_set(raw().tns_route_set);
+  }
+  imscodec::dialoginfo::dialog_route_set make_route_set(Context &context) {
+    if (!has(tns__dialog_has_route_set)) imscodec::dialoginfo::dialog_route_set::initialise(context.get(), &raw().tns_route_set);
+    mark(tns__dialog_has_route_set);
+    return imscodec::dialoginfo::dialog_route_set(raw().tns_route_set);
+  }
+  void clear_route_set(Context &context) {
+    if (has(tns__dialog_has_route_set)) imscodec::dialoginfo::dialog_route_set::dispose(context.get(), &raw().tns_route_set);
+    unmark(tns__dialog_has_route_set);
+  }
+
+  std::optional<imscodec::dialoginfo::participant> local() const {
+    if (!has(tns__dialog_has_local)) return std::nullopt;
+    return imscodec::dialoginfo::participant(raw().tns_local);
+  }
+  imscodec::dialoginfo::participant make_local(Context &context) {
+    if (!has(tns__dialog_has_local)) imscodec::dialoginfo::participant::initialise(context.get(), &raw().tns_local);
+    mark(tns__dialog_has_local);
+    return imscodec::dialoginfo::participant(raw().tns_local);
+  }
+  void clear_local(Context &context) {
+    if (has(tns__dialog_has_local)) imscodec::dialoginfo::participant::dispose(context.get(), &raw().tns_local);
+    unmark(tns__dialog_has_local);
+  }
+
+  std::optional<imscodec::dialoginfo::participant> remote() const {
+    if (!has(tns__dialog_has_remote)) return std::nullopt;
+    return imscodec::dialoginfo::participant(raw().tns_remote);
+  }
+  imscodec::dialoginfo::participant make_remote(Context &context) {
+    if (!has(tns__dialog_has_remote)) imscodec::dialoginfo::participant::initialise(context.get(), &raw().tns_remote);
+    mark(tns__dialog_has_remote);
+    return imscodec::dialoginfo::participant(raw().tns_remote);
+  }
+  void clear_remote(Context &context) {
+    if (has(tns__dialog_has_remote)) imscodec::dialoginfo::participant::dispose(context.get(), &raw().tns_remote);
+    unmark(tns__dialog_has_remote);
+  }
+
+  List<Foreign> anyElems() const { return List<Foreign>(raw().anyElems.items); }
+  [[nodiscard]] bool add_anyElems(Context &context, std::string_view xml) {
+    return detail::appendText(context.get(), raw().anyElems.items, xml);
+  }
+
+  std::string_view id() const { return textOf(raw().tns_id); }
+  [[nodiscard]] bool set_id(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().tns_id, text, true);
+  }
+
+  std::optional<std::string_view> call_id() const {
+    if (!has(tns__dialog_has_call_id)) return std::nullopt;
+    return textOf(raw().tns_call_id);
+  }
+  [[nodiscard]] bool set_call_id(Context &context, std::string_view text) {
+    if (!detail::assign(context.get(), raw().tns_call_id, text, has(tns__dialog_has_call_id))) return false;
+    mark(tns__dialog_has_call_id);
+    return true;
+  }
+  void clear_call_id(Context &context) {
+    if (has(tns__dialog_has_call_id)) detail::clear(context.get(), raw().tns_call_id);
+    unmark(tns__dialog_has_call_id);
+  }
+
+  std::optional<std::string_view> local_tag() const {
+    if (!has(tns__dialog_has_local_tag)) return std::nullopt;
+    return textOf(raw().tns_local_tag);
+  }
+  [[nodiscard]] bool set_local_tag(Context &context, std::string_view text) {
+    if (!detail::assign(context.get(), raw().tns_local_tag, text, has(tns__dialog_has_local_tag))) return false;
+    mark(tns__dialog_has_local_tag);
+    return true;
+  }
+  void clear_local_tag(Context &context) {
+    if (has(tns__dialog_has_local_tag)) detail::clear(context.get(), raw().tns_local_tag);
+    unmark(tns__dialog_has_local_tag);
+  }
+
+  std::optional<std::string_view> remote_tag() const {
+    if (!has(tns__dialog_has_remote_tag)) return std::nullopt;
+    return textOf(raw().tns_remote_tag);
+  }
+  [[nodiscard]] bool set_remote_tag(Context &context, std::string_view text) {
+    if (!detail::assign(context.get(), raw().tns_remote_tag, text, has(tns__dialog_has_remote_tag))) return false;
+    mark(tns__dialog_has_remote_tag);
+    return true;
+  }
+  void clear_remote_tag(Context &context) {
+    if (has(tns__dialog_has_remote_tag)) detail::clear(context.get(), raw().tns_remote_tag);
+    unmark(tns__dialog_has_remote_tag);
+  }
+
+  std::optional<imscodec::dialoginfo::dialog_direction> direction() const {
+    if (!has(tns__dialog_has_direction)) return std::nullopt;
+    return static_cast<imscodec::dialoginfo::dialog_direction>(raw().tns_direction);
+  }
+  void set_direction(imscodec::dialoginfo::dialog_direction value) { raw().tns_direction = static_cast<std::uint16_t>(value); mark(tns__dialog_has_direction); }
+  void clear_direction() { unmark(tns__dialog_has_direction); }
+};
+
+// tns__dialog_info
+class dialog_info : public View<::tns__dialog_info> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns__dialog_info(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns__dialog_info(ctx, record); }
+
+  List<imscodec::dialoginfo::dialog> dialog() const { return List<imscodec::dialoginfo::dialog>(raw().tns_dialog); }
+  [[nodiscard]] std::optional<imscodec::dialoginfo::dialog> add_dialog(Context &context) {
+    return detail::appendRecord<imscodec::dialoginfo::dialog>(context.get(), raw().tns_dialog);
+  }
+
+  List<Foreign> anyElems() const { return List<Foreign>(raw().anyElems.items); }
+  [[nodiscard]] bool add_anyElems(Context &context, std::string_view xml) {
+    return detail::appendText(context.get(), raw().anyElems.items, xml);
+  }
+
+  std::uint32_t version() const { return raw().tns_version; }
+  void set_version(std::uint32_t value) { raw().tns_version = value; }
+
+  imscodec::dialoginfo::dialog_info_state state() const { return static_cast<imscodec::dialoginfo::dialog_info_state>(raw().tns_state); }
+  void set_state(imscodec::dialoginfo::dialog_info_state value) { raw().tns_state = static_cast<std::uint16_t>(value); }
+
+  std::string_view entity() const { return textOf(raw().tns_entity); }
+  [[nodiscard]] bool set_entity(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().tns_entity, text, true);
+  }
+};
+
+} // namespace imscodec::dialoginfo
+
+namespace imscodec {
+
+template <> struct EnumTexts<imscodec::dialoginfo::state_event> {
+  static constexpr EnumText<imscodec::dialoginfo::state_event> rows[] = {
+    {imscodec::dialoginfo::state_event::cancelled, "cancelled"},
+    {imscodec::dialoginfo::state_event::rejected, "rejected"},
+    {imscodec::dialoginfo::state_event::replaced, "replaced"},
+    {imscodec::dialoginfo::state_event::local_bye, "local-bye"},
+    {imscodec::dialoginfo::state_event::remote_bye, "remote-bye"},
+    {imscodec::dialoginfo::state_event::error, "error"},
+    {imscodec::dialoginfo::state_event::timeout, "timeout"},
+  };
+};
+
+template <> struct EnumTexts<imscodec::dialoginfo::dialog_direction> {
+  static constexpr EnumText<imscodec::dialoginfo::dialog_direction> rows[] = {
+    {imscodec::dialoginfo::dialog_direction::initiator, "initiator"},
+    {imscodec::dialoginfo::dialog_direction::recipient, "recipient"},
+  };
+};
+
+template <> struct EnumTexts<imscodec::dialoginfo::dialog_info_state> {
+  static constexpr EnumText<imscodec::dialoginfo::dialog_info_state> rows[] = {
+    {imscodec::dialoginfo::dialog_info_state::full, "full"},
+    {imscodec::dialoginfo::dialog_info_state::partial, "partial"},
+  };
+};
+
+template <> struct Document<imscodec::dialoginfo::dialog_info> : detail::RecordDocument<imscodec::dialoginfo::dialog_info, QxXmlD_tns_dialog_info, QxXmlE_tns_dialog_info, QxXmlV_tns_dialog_info> {};
+template <> struct Document<imscodec::dialoginfo::dialog> : detail::RecordDocument<imscodec::dialoginfo::dialog, QxXmlD_tns_dialog, QxXmlE_tns_dialog, QxXmlV_tns_dialog> {};
+template <> struct Document<imscodec::dialoginfo::state> : detail::RecordDocument<imscodec::dialoginfo::state, QxXmlD_tns_state, QxXmlE_tns_state, QxXmlV_tns_state> {};
+
+} // namespace imscodec

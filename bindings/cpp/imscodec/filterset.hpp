@@ -1,0 +1,360 @@
+// Written by generate from the dump of the tables; do not edit.
+// clang-format off
+#pragma once
+
+#include "FilterSet/QxXmlFilterSet.h"
+#include "imscodec/core.hpp"
+
+namespace imscodec::filterset {
+
+enum class TypeType : std::uint16_t {
+  xpath = 0,
+  namespace_ = 1,
+};
+
+// NSBinding
+class NSBinding : public View<::NSBinding> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_NSBinding(ctx, record); }
+
+  std::string_view prefix() const { return textOf(raw().prefix); }
+  [[nodiscard]] bool set_prefix(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().prefix, text, true);
+  }
+
+  std::string_view urn() const { return textOf(raw().urn); }
+  [[nodiscard]] bool set_urn(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().urn, text, true);
+  }
+};
+
+// NSBindings
+class NSBindings : public View<::NSBindings> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_NSBindings(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_NSBindings(ctx, record); }
+
+  List<imscodec::filterset::NSBinding> ns_binding() const { return List<imscodec::filterset::NSBinding>(raw().ns_binding); }
+  [[nodiscard]] std::optional<imscodec::filterset::NSBinding> add_ns_binding(Context &context) {
+    return detail::appendRecord<imscodec::filterset::NSBinding>(context.get(), raw().ns_binding);
+  }
+};
+
+// InclType
+class InclType : public View<::InclType> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_InclType(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_InclType(ctx, record); }
+
+  std::string_view value() const { return textOf(raw().value); }
+  [[nodiscard]] bool set_value(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().value, text, true);
+  }
+
+  std::optional<imscodec::filterset::TypeType> type() const {
+    if (!has(InclType_has_type)) return std::nullopt;
+    return static_cast<imscodec::filterset::TypeType>(raw().type);
+  }
+  void set_type(imscodec::filterset::TypeType value) { raw().type = static_cast<std::uint16_t>(value); mark(InclType_has_type); }
+  void clear_type() { unmark(InclType_has_type); }
+
+  List<Attribute> anyAttr() const { return List<Attribute>(raw()._anyAttr.items); }
+  [[nodiscard]] bool add_anyAttr(Context &context, std::string_view name, std::string_view value) {
+    return detail::appendPair<RtxNamePair>(context.get(), raw()._anyAttr.items, name, value);
+  }
+
+  List<NamespaceDeclaration> nsDecls() const { return List<NamespaceDeclaration>(raw().nsDecls.items); }
+  [[nodiscard]] bool add_nsDecls(Context &context, std::optional<std::string_view> prefix, std::string_view uri) {
+    return detail::appendPair<RtxNsDecl>(context.get(), raw().nsDecls.items, prefix, uri);
+  }
+};
+
+// ExclType
+class ExclType : public View<::ExclType> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_ExclType(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_ExclType(ctx, record); }
+
+  std::string_view value() const { return textOf(raw().value); }
+  [[nodiscard]] bool set_value(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().value, text, true);
+  }
+
+  std::optional<imscodec::filterset::TypeType> type() const {
+    if (!has(ExclType_has_type)) return std::nullopt;
+    return static_cast<imscodec::filterset::TypeType>(raw().type);
+  }
+  void set_type(imscodec::filterset::TypeType value) { raw().type = static_cast<std::uint16_t>(value); mark(ExclType_has_type); }
+  void clear_type() { unmark(ExclType_has_type); }
+
+  List<Attribute> anyAttr() const { return List<Attribute>(raw()._anyAttr.items); }
+  [[nodiscard]] bool add_anyAttr(Context &context, std::string_view name, std::string_view value) {
+    return detail::appendPair<RtxNamePair>(context.get(), raw()._anyAttr.items, name, value);
+  }
+
+  List<NamespaceDeclaration> nsDecls() const { return List<NamespaceDeclaration>(raw().nsDecls.items); }
+  [[nodiscard]] bool add_nsDecls(Context &context, std::optional<std::string_view> prefix, std::string_view uri) {
+    return detail::appendPair<RtxNsDecl>(context.get(), raw().nsDecls.items, prefix, uri);
+  }
+};
+
+// WhatType
+class WhatType : public View<::WhatType> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_WhatType(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_WhatType(ctx, record); }
+
+  List<imscodec::filterset::InclType> include() const { return List<imscodec::filterset::InclType>(raw().include); }
+  [[nodiscard]] std::optional<imscodec::filterset::InclType> add_include(Context &context) {
+    return detail::appendRecord<imscodec::filterset::InclType>(context.get(), raw().include);
+  }
+
+  List<imscodec::filterset::ExclType> exclude() const { return List<imscodec::filterset::ExclType>(raw().exclude); }
+  [[nodiscard]] std::optional<imscodec::filterset::ExclType> add_exclude(Context &context) {
+    return detail::appendRecord<imscodec::filterset::ExclType>(context.get(), raw().exclude);
+  }
+
+  List<Foreign> any() const { return List<Foreign>(raw()._any.items); }
+  [[nodiscard]] bool add_any(Context &context, std::string_view xml) {
+    return detail::appendText(context.get(), raw()._any.items, xml);
+  }
+};
+
+// ChangedType
+class ChangedType : public View<::ChangedType> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_ChangedType(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_ChangedType(ctx, record); }
+
+  std::string_view value() const { return textOf(raw().value); }
+  [[nodiscard]] bool set_value(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().value, text, true);
+  }
+
+  std::optional<std::string_view> from() const {
+    if (!has(ChangedType_has_from)) return std::nullopt;
+    return textOf(raw().from);
+  }
+  [[nodiscard]] bool set_from(Context &context, std::string_view text) {
+    if (!detail::assign(context.get(), raw().from, text, has(ChangedType_has_from))) return false;
+    mark(ChangedType_has_from);
+    return true;
+  }
+  void clear_from(Context &context) {
+    if (has(ChangedType_has_from)) detail::clear(context.get(), raw().from);
+    unmark(ChangedType_has_from);
+  }
+
+  std::optional<std::string_view> to() const {
+    if (!has(ChangedType_has_to)) return std::nullopt;
+    return textOf(raw().to);
+  }
+  [[nodiscard]] bool set_to(Context &context, std::string_view text) {
+    if (!detail::assign(context.get(), raw().to, text, has(ChangedType_has_to))) return false;
+    mark(ChangedType_has_to);
+    return true;
+  }
+  void clear_to(Context &context) {
+    if (has(ChangedType_has_to)) detail::clear(context.get(), raw().to);
+    unmark(ChangedType_has_to);
+  }
+
+  std::optional<double> by() const {
+    if (!has(ChangedType_has_by)) return std::nullopt;
+    return raw().by;
+  }
+  void set_by(double value) { raw().by = value; mark(ChangedType_has_by); }
+  void clear_by() { unmark(ChangedType_has_by); }
+
+  List<Attribute> anyAttr() const { return List<Attribute>(raw()._anyAttr.items); }
+  [[nodiscard]] bool add_anyAttr(Context &context, std::string_view name, std::string_view value) {
+    return detail::appendPair<RtxNamePair>(context.get(), raw()._anyAttr.items, name, value);
+  }
+
+  List<NamespaceDeclaration> nsDecls() const { return List<NamespaceDeclaration>(raw().nsDecls.items); }
+  [[nodiscard]] bool add_nsDecls(Context &context, std::optional<std::string_view> prefix, std::string_view uri) {
+    return detail::appendPair<RtxNsDecl>(context.get(), raw().nsDecls.items, prefix, uri);
+  }
+};
+
+// TriggerType
+class TriggerType : public View<::TriggerType> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_TriggerType(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_TriggerType(ctx, record); }
+
+  List<imscodec::filterset::ChangedType> changed() const { return List<imscodec::filterset::ChangedType>(raw().changed); }
+  [[nodiscard]] std::optional<imscodec::filterset::ChangedType> add_changed(Context &context) {
+    return detail::appendRecord<imscodec::filterset::ChangedType>(context.get(), raw().changed);
+  }
+
+  List<std::string_view> added() const { return List<std::string_view>(raw().added); }
+  [[nodiscard]] bool add_added(Context &context, std::string_view text) {
+    return detail::appendText(context.get(), raw().added, text);
+  }
+
+  List<std::string_view> removed() const { return List<std::string_view>(raw().removed); }
+  [[nodiscard]] bool add_removed(Context &context, std::string_view text) {
+    return detail::appendText(context.get(), raw().removed, text);
+  }
+
+  List<Foreign> any() const { return List<Foreign>(raw()._any.items); }
+  [[nodiscard]] bool add_any(Context &context, std::string_view xml) {
+    return detail::appendText(context.get(), raw()._any.items, xml);
+  }
+};
+
+// FilterType
+class FilterType : public View<::FilterType> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_FilterType(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_FilterType(ctx, record); }
+
+  std::optional<imscodec::filterset::WhatType> what() const {
+    if (!has(FilterType_has_what)) return std::nullopt;
+    return imscodec::filterset::WhatType(raw().what);
+  }
+  imscodec::filterset::WhatType make_what(Context &context) {
+    if (!has(FilterType_has_what)) imscodec::filterset::WhatType::initialise(context.get(), &raw().what);
+    mark(FilterType_has_what);
+    return imscodec::filterset::WhatType(raw().what);
+  }
+  void clear_what(Context &context) {
+    if (has(FilterType_has_what)) imscodec::filterset::WhatType::dispose(context.get(), &raw().what);
+    unmark(FilterType_has_what);
+  }
+
+  List<imscodec::filterset::TriggerType> trigger() const { return List<imscodec::filterset::TriggerType>(raw().trigger); }
+  [[nodiscard]] std::optional<imscodec::filterset::TriggerType> add_trigger(Context &context) {
+    return detail::appendRecord<imscodec::filterset::TriggerType>(context.get(), raw().trigger);
+  }
+
+  List<Foreign> any() const { return List<Foreign>(raw()._any.items); }
+  [[nodiscard]] bool add_any(Context &context, std::string_view xml) {
+    return detail::appendText(context.get(), raw()._any.items, xml);
+  }
+
+  std::string_view id() const { return textOf(raw().id); }
+  [[nodiscard]] bool set_id(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().id, text, true);
+  }
+
+  std::optional<std::string_view> uri() const {
+    if (!has(FilterType_has_uri)) return std::nullopt;
+    return textOf(raw().uri);
+  }
+  [[nodiscard]] bool set_uri(Context &context, std::string_view text) {
+    if (!detail::assign(context.get(), raw().uri, text, has(FilterType_has_uri))) return false;
+    mark(FilterType_has_uri);
+    return true;
+  }
+  void clear_uri(Context &context) {
+    if (has(FilterType_has_uri)) detail::clear(context.get(), raw().uri);
+    unmark(FilterType_has_uri);
+  }
+
+  std::optional<std::string_view> domain() const {
+    if (!has(FilterType_has_domain)) return std::nullopt;
+    return textOf(raw().domain);
+  }
+  [[nodiscard]] bool set_domain(Context &context, std::string_view text) {
+    if (!detail::assign(context.get(), raw().domain, text, has(FilterType_has_domain))) return false;
+    mark(FilterType_has_domain);
+    return true;
+  }
+  void clear_domain(Context &context) {
+    if (has(FilterType_has_domain)) detail::clear(context.get(), raw().domain);
+    unmark(FilterType_has_domain);
+  }
+
+  std::optional<bool> remove_() const {
+    if (!has(FilterType_has_remove)) return std::nullopt;
+    return raw().remove_;
+  }
+  void set_remove_(bool value) { raw().remove_ = value; mark(FilterType_has_remove); }
+  void clear_remove_() { unmark(FilterType_has_remove); }
+
+  std::optional<bool> enabled() const {
+    if (!has(FilterType_has_enabled)) return std::nullopt;
+    return raw().enabled;
+  }
+  void set_enabled(bool value) { raw().enabled = value; mark(FilterType_has_enabled); }
+  void clear_enabled() { unmark(FilterType_has_enabled); }
+
+  List<Attribute> anyAttr() const { return List<Attribute>(raw()._anyAttr.items); }
+  [[nodiscard]] bool add_anyAttr(Context &context, std::string_view name, std::string_view value) {
+    return detail::appendPair<RtxNamePair>(context.get(), raw()._anyAttr.items, name, value);
+  }
+};
+
+// FilterSetType
+class FilterSetType : public View<::FilterSetType> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_FilterSetType(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_FilterSetType(ctx, record); }
+
+  std::optional<imscodec::filterset::NSBindings> ns_bindings() const {
+    if (!has(FilterSetType_has_ns_bindings)) return std::nullopt;
+    return imscodec::filterset::NSBindings(raw().ns_bindings);
+  }
+  imscodec::filterset::NSBindings make_ns_bindings(Context &context) {
+    if (!has(FilterSetType_has_ns_bindings)) imscodec::filterset::NSBindings::initialise(context.get(), &raw().ns_bindings);
+    mark(FilterSetType_has_ns_bindings);
+    return imscodec::filterset::NSBindings(raw().ns_bindings);
+  }
+  void clear_ns_bindings(Context &context) {
+    if (has(FilterSetType_has_ns_bindings)) imscodec::filterset::NSBindings::dispose(context.get(), &raw().ns_bindings);
+    unmark(FilterSetType_has_ns_bindings);
+  }
+
+  List<imscodec::filterset::FilterType> filter() const { return List<imscodec::filterset::FilterType>(raw().filter); }
+  [[nodiscard]] std::optional<imscodec::filterset::FilterType> add_filter(Context &context) {
+    return detail::appendRecord<imscodec::filterset::FilterType>(context.get(), raw().filter);
+  }
+
+  std::optional<std::string_view> package_() const {
+    if (!has(FilterSetType_has_package)) return std::nullopt;
+    return textOf(raw().package_);
+  }
+  [[nodiscard]] bool set_package_(Context &context, std::string_view text) {
+    if (!detail::assign(context.get(), raw().package_, text, has(FilterSetType_has_package))) return false;
+    mark(FilterSetType_has_package);
+    return true;
+  }
+  void clear_package_(Context &context) {
+    if (has(FilterSetType_has_package)) detail::clear(context.get(), raw().package_);
+    unmark(FilterSetType_has_package);
+  }
+
+  List<Attribute> anyAttr() const { return List<Attribute>(raw()._anyAttr.items); }
+  [[nodiscard]] bool add_anyAttr(Context &context, std::string_view name, std::string_view value) {
+    return detail::appendPair<RtxNamePair>(context.get(), raw()._anyAttr.items, name, value);
+  }
+};
+
+// Documents by the names of their roots.
+using filter_set = FilterSetType;
+
+} // namespace imscodec::filterset
+
+namespace imscodec {
+
+template <> struct EnumTexts<imscodec::filterset::TypeType> {
+  static constexpr EnumText<imscodec::filterset::TypeType> rows[] = {
+    {imscodec::filterset::TypeType::xpath, "xpath"},
+    {imscodec::filterset::TypeType::namespace_, "namespace"},
+  };
+};
+
+template <> struct Document<imscodec::filterset::FilterSetType> : detail::RecordDocument<imscodec::filterset::FilterSetType, QxXmlD_filter_set, QxXmlE_filter_set, QxXmlV_filter_set> {};
+
+} // namespace imscodec

@@ -1,0 +1,69 @@
+// Written by generate from the dump of the tables; do not edit.
+// clang-format off
+#pragma once
+
+#include "IsComposing/QxXmlIsComposing.h"
+#include "imscodec/core.hpp"
+
+namespace imscodec::iscomposing {
+
+// tns__isComposing
+class isComposing : public View<::tns__isComposing> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns__isComposing(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns__isComposing(ctx, record); }
+
+  std::string_view state() const { return textOf(raw().tns_state); }
+  [[nodiscard]] bool set_state(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().tns_state, text, true);
+  }
+
+  std::optional<std::string_view> lastactive() const {
+    if (!has(tns__isComposing_has_lastactive)) return std::nullopt;
+    return textOf(raw().tns_lastactive);
+  }
+  [[nodiscard]] bool set_lastactive(Context &context, std::string_view text) {
+    if (!detail::assign(context.get(), raw().tns_lastactive, text, has(tns__isComposing_has_lastactive))) return false;
+    mark(tns__isComposing_has_lastactive);
+    return true;
+  }
+  void clear_lastactive(Context &context) {
+    if (has(tns__isComposing_has_lastactive)) detail::clear(context.get(), raw().tns_lastactive);
+    unmark(tns__isComposing_has_lastactive);
+  }
+
+  std::optional<std::string_view> contenttype() const {
+    if (!has(tns__isComposing_has_contenttype)) return std::nullopt;
+    return textOf(raw().tns_contenttype);
+  }
+  [[nodiscard]] bool set_contenttype(Context &context, std::string_view text) {
+    if (!detail::assign(context.get(), raw().tns_contenttype, text, has(tns__isComposing_has_contenttype))) return false;
+    mark(tns__isComposing_has_contenttype);
+    return true;
+  }
+  void clear_contenttype(Context &context) {
+    if (has(tns__isComposing_has_contenttype)) detail::clear(context.get(), raw().tns_contenttype);
+    unmark(tns__isComposing_has_contenttype);
+  }
+
+  std::optional<std::uint32_t> refresh() const {
+    if (!has(tns__isComposing_has_refresh)) return std::nullopt;
+    return raw().tns_refresh;
+  }
+  void set_refresh(std::uint32_t value) { raw().tns_refresh = value; mark(tns__isComposing_has_refresh); }
+  void clear_refresh() { unmark(tns__isComposing_has_refresh); }
+
+  List<Foreign> anyElems() const { return List<Foreign>(raw().anyElems.items); }
+  [[nodiscard]] bool add_anyElems(Context &context, std::string_view xml) {
+    return detail::appendText(context.get(), raw().anyElems.items, xml);
+  }
+};
+
+} // namespace imscodec::iscomposing
+
+namespace imscodec {
+
+template <> struct Document<imscodec::iscomposing::isComposing> : detail::RecordDocument<imscodec::iscomposing::isComposing, QxXmlD_tns_isComposing, QxXmlE_tns_isComposing, QxXmlV_tns_isComposing> {};
+
+} // namespace imscodec

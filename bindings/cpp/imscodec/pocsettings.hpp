@@ -1,0 +1,244 @@
+// Written by generate from the dump of the tables; do not edit.
+// clang-format off
+#pragma once
+
+#include "PocSettings/QxXmlPocSettings.h"
+#include "imscodec/core.hpp"
+
+namespace imscodec::pocsettings {
+
+enum class amSettingType_answer_mode : std::uint16_t {
+  automatic = 0,
+  manual = 1,
+};
+
+// isbSettingType_incoming_session_barring
+class isbSettingType_incoming_session_barring : public View<::isbSettingType_incoming_session_barring> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_isbSettingType_incoming_session_barring(ctx, record); }
+
+  bool active() const { return raw().active; }
+  void set_active(bool value) { raw().active = value; }
+};
+
+// isbSettingType
+class isbSettingType : public View<::isbSettingType> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_isbSettingType(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_isbSettingType(ctx, record); }
+
+  imscodec::pocsettings::isbSettingType_incoming_session_barring incoming_session_barring() const { return imscodec::pocsettings::isbSettingType_incoming_session_barring(raw().incoming_session_barring); }
+
+  List<Foreign> anyElems() const { return List<Foreign>(raw().anyElems.items); }
+  [[nodiscard]] bool add_anyElems(Context &context, std::string_view xml) {
+    return detail::appendText(context.get(), raw().anyElems.items, xml);
+  }
+
+  List<Attribute> anyAttr() const { return List<Attribute>(raw()._anyAttr.items); }
+  [[nodiscard]] bool add_anyAttr(Context &context, std::string_view name, std::string_view value) {
+    return detail::appendPair<RtxNamePair>(context.get(), raw()._anyAttr.items, name, value);
+  }
+};
+
+// amSettingType
+class amSettingType : public View<::amSettingType> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_amSettingType(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_amSettingType(ctx, record); }
+
+  imscodec::pocsettings::amSettingType_answer_mode answer_mode() const { return static_cast<imscodec::pocsettings::amSettingType_answer_mode>(raw().answer_mode); }
+  void set_answer_mode(imscodec::pocsettings::amSettingType_answer_mode value) { raw().answer_mode = static_cast<std::uint16_t>(value); }
+
+  List<Foreign> anyElems() const { return List<Foreign>(raw().anyElems.items); }
+  [[nodiscard]] bool add_anyElems(Context &context, std::string_view xml) {
+    return detail::appendText(context.get(), raw().anyElems.items, xml);
+  }
+
+  List<Attribute> anyAttr() const { return List<Attribute>(raw()._anyAttr.items); }
+  [[nodiscard]] bool add_anyAttr(Context &context, std::string_view name, std::string_view value) {
+    return detail::appendPair<RtxNamePair>(context.get(), raw()._anyAttr.items, name, value);
+  }
+};
+
+// ipabSettingType_incoming_personal_alert_barring
+class ipabSettingType_incoming_personal_alert_barring : public View<::ipabSettingType_incoming_personal_alert_barring> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_ipabSettingType_incoming_personal_alert_barring(ctx, record); }
+
+  bool active() const { return raw().active; }
+  void set_active(bool value) { raw().active = value; }
+};
+
+// ipabSettingType
+class ipabSettingType : public View<::ipabSettingType> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_ipabSettingType(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_ipabSettingType(ctx, record); }
+
+  imscodec::pocsettings::ipabSettingType_incoming_personal_alert_barring incoming_personal_alert_barring() const { return imscodec::pocsettings::ipabSettingType_incoming_personal_alert_barring(raw().incoming_personal_alert_barring); }
+
+  List<Foreign> anyElems() const { return List<Foreign>(raw().anyElems.items); }
+  [[nodiscard]] bool add_anyElems(Context &context, std::string_view xml) {
+    return detail::appendText(context.get(), raw().anyElems.items, xml);
+  }
+
+  List<Attribute> anyAttr() const { return List<Attribute>(raw()._anyAttr.items); }
+  [[nodiscard]] bool add_anyAttr(Context &context, std::string_view name, std::string_view value) {
+    return detail::appendPair<RtxNamePair>(context.get(), raw()._anyAttr.items, name, value);
+  }
+};
+
+// sssSettingType_simultaneous_sessions_support
+class sssSettingType_simultaneous_sessions_support : public View<::sssSettingType_simultaneous_sessions_support> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_sssSettingType_simultaneous_sessions_support(ctx, record); }
+
+  bool active() const { return raw().active; }
+  void set_active(bool value) { raw().active = value; }
+};
+
+// sssSettingType
+class sssSettingType : public View<::sssSettingType> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_sssSettingType(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_sssSettingType(ctx, record); }
+
+  imscodec::pocsettings::sssSettingType_simultaneous_sessions_support simultaneous_sessions_support() const { return imscodec::pocsettings::sssSettingType_simultaneous_sessions_support(raw().simultaneous_sessions_support); }
+
+  List<Foreign> anyElems() const { return List<Foreign>(raw().anyElems.items); }
+  [[nodiscard]] bool add_anyElems(Context &context, std::string_view xml) {
+    return detail::appendText(context.get(), raw().anyElems.items, xml);
+  }
+
+  List<Attribute> anyAttr() const { return List<Attribute>(raw()._anyAttr.items); }
+  [[nodiscard]] bool add_anyAttr(Context &context, std::string_view name, std::string_view value) {
+    return detail::appendPair<RtxNamePair>(context.get(), raw()._anyAttr.items, name, value);
+  }
+};
+
+// entityType
+class entityType : public View<::entityType> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_entityType(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_entityType(ctx, record); }
+
+  std::optional<imscodec::pocsettings::isbSettingType> isb_settings() const {
+    if (!has(entityType_has_isb_settings)) return std::nullopt;
+    return imscodec::pocsettings::isbSettingType(raw().isb_settings);
+  }
+  imscodec::pocsettings::isbSettingType make_isb_settings(Context &context) {
+    if (!has(entityType_has_isb_settings)) imscodec::pocsettings::isbSettingType::initialise(context.get(), &raw().isb_settings);
+    mark(entityType_has_isb_settings);
+    return imscodec::pocsettings::isbSettingType(raw().isb_settings);
+  }
+  void clear_isb_settings(Context &context) {
+    if (has(entityType_has_isb_settings)) imscodec::pocsettings::isbSettingType::dispose(context.get(), &raw().isb_settings);
+    unmark(entityType_has_isb_settings);
+  }
+
+  std::optional<imscodec::pocsettings::amSettingType> am_settings() const {
+    if (!has(entityType_has_am_settings)) return std::nullopt;
+    return imscodec::pocsettings::amSettingType(raw().am_settings);
+  }
+  imscodec::pocsettings::amSettingType make_am_settings(Context &context) {
+    if (!has(entityType_has_am_settings)) imscodec::pocsettings::amSettingType::initialise(context.get(), &raw().am_settings);
+    mark(entityType_has_am_settings);
+    return imscodec::pocsettings::amSettingType(raw().am_settings);
+  }
+  void clear_am_settings(Context &context) {
+    if (has(entityType_has_am_settings)) imscodec::pocsettings::amSettingType::dispose(context.get(), &raw().am_settings);
+    unmark(entityType_has_am_settings);
+  }
+
+  std::optional<imscodec::pocsettings::ipabSettingType> ipab_settings() const {
+    if (!has(entityType_has_ipab_settings)) return std::nullopt;
+    return imscodec::pocsettings::ipabSettingType(raw().ipab_settings);
+  }
+  imscodec::pocsettings::ipabSettingType make_ipab_settings(Context &context) {
+    if (!has(entityType_has_ipab_settings)) imscodec::pocsettings::ipabSettingType::initialise(context.get(), &raw().ipab_settings);
+    mark(entityType_has_ipab_settings);
+    return imscodec::pocsettings::ipabSettingType(raw().ipab_settings);
+  }
+  void clear_ipab_settings(Context &context) {
+    if (has(entityType_has_ipab_settings)) imscodec::pocsettings::ipabSettingType::dispose(context.get(), &raw().ipab_settings);
+    unmark(entityType_has_ipab_settings);
+  }
+
+  std::optional<imscodec::pocsettings::sssSettingType> sss_settings() const {
+    if (!has(entityType_has_sss_settings)) return std::nullopt;
+    return imscodec::pocsettings::sssSettingType(raw().sss_settings);
+  }
+  imscodec::pocsettings::sssSettingType make_sss_settings(Context &context) {
+    if (!has(entityType_has_sss_settings)) imscodec::pocsettings::sssSettingType::initialise(context.get(), &raw().sss_settings);
+    mark(entityType_has_sss_settings);
+    return imscodec::pocsettings::sssSettingType(raw().sss_settings);
+  }
+  void clear_sss_settings(Context &context) {
+    if (has(entityType_has_sss_settings)) imscodec::pocsettings::sssSettingType::dispose(context.get(), &raw().sss_settings);
+    unmark(entityType_has_sss_settings);
+  }
+
+  List<Foreign> anyElems() const { return List<Foreign>(raw().anyElems.items); }
+  [[nodiscard]] bool add_anyElems(Context &context, std::string_view xml) {
+    return detail::appendText(context.get(), raw().anyElems.items, xml);
+  }
+
+  std::string_view id() const { return textOf(raw().id); }
+  [[nodiscard]] bool set_id(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().id, text, true);
+  }
+
+  List<Attribute> anyAttr() const { return List<Attribute>(raw()._anyAttr.items); }
+  [[nodiscard]] bool add_anyAttr(Context &context, std::string_view name, std::string_view value) {
+    return detail::appendPair<RtxNamePair>(context.get(), raw()._anyAttr.items, name, value);
+  }
+};
+
+// poc_settingsType
+class poc_settingsType : public View<::poc_settingsType> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_poc_settingsType(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_poc_settingsType(ctx, record); }
+
+  List<imscodec::pocsettings::entityType> entity() const { return List<imscodec::pocsettings::entityType>(raw().entity); }
+  [[nodiscard]] std::optional<imscodec::pocsettings::entityType> add_entity(Context &context) {
+    return detail::appendRecord<imscodec::pocsettings::entityType>(context.get(), raw().entity);
+  }
+
+  List<Foreign> anyElems() const { return List<Foreign>(raw().anyElems.items); }
+  [[nodiscard]] bool add_anyElems(Context &context, std::string_view xml) {
+    return detail::appendText(context.get(), raw().anyElems.items, xml);
+  }
+
+  List<Attribute> anyAttr() const { return List<Attribute>(raw()._anyAttr.items); }
+  [[nodiscard]] bool add_anyAttr(Context &context, std::string_view name, std::string_view value) {
+    return detail::appendPair<RtxNamePair>(context.get(), raw()._anyAttr.items, name, value);
+  }
+};
+
+// Documents by the names of their roots.
+using poc_settings = poc_settingsType;
+
+} // namespace imscodec::pocsettings
+
+namespace imscodec {
+
+template <> struct EnumTexts<imscodec::pocsettings::amSettingType_answer_mode> {
+  static constexpr EnumText<imscodec::pocsettings::amSettingType_answer_mode> rows[] = {
+    {imscodec::pocsettings::amSettingType_answer_mode::automatic, "automatic"},
+    {imscodec::pocsettings::amSettingType_answer_mode::manual, "manual"},
+  };
+};
+
+template <> struct Document<imscodec::pocsettings::poc_settingsType> : detail::RecordDocument<imscodec::pocsettings::poc_settingsType, QxXmlD_poc_settings, QxXmlE_poc_settings, QxXmlV_poc_settings> {};
+
+} // namespace imscodec

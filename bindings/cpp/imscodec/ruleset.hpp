@@ -1,0 +1,434 @@
+// Written by generate from the dump of the tables; do not edit.
+// clang-format off
+#pragma once
+
+#include "RuleSet/QxXmlRuleSet.h"
+#include "imscodec/core.hpp"
+
+namespace imscodec::ruleset {
+
+// cp_oneType
+class oneType : public View<::cp_oneType> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp_oneType(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_cp_oneType(ctx, record); }
+
+  std::optional<Foreign> any() const {
+    if (!has(cp_oneType_has_any)) return std::nullopt;
+    return Foreign{textOf(raw().cp__any)};
+  }
+  [[nodiscard]] bool set_any(Context &context, std::string_view xml) {
+    if (!detail::assign(context.get(), raw().cp__any, xml, has(cp_oneType_has_any))) return false;
+    mark(cp_oneType_has_any);
+    return true;
+  }
+  void clear_any(Context &context) {
+    if (has(cp_oneType_has_any)) detail::clear(context.get(), raw().cp__any);
+    unmark(cp_oneType_has_any);
+  }
+
+  std::string_view id() const { return textOf(raw().cp_id); }
+  [[nodiscard]] bool set_id(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().cp_id, text, true);
+  }
+};
+
+// cp_exceptType
+class exceptType : public View<::cp_exceptType> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp_exceptType(ctx, record); }
+
+  std::optional<std::string_view> domain() const {
+    if (!has(cp_exceptType_has_domain)) return std::nullopt;
+    return textOf(raw().cp_domain);
+  }
+  [[nodiscard]] bool set_domain(Context &context, std::string_view text) {
+    if (!detail::assign(context.get(), raw().cp_domain, text, has(cp_exceptType_has_domain))) return false;
+    mark(cp_exceptType_has_domain);
+    return true;
+  }
+  void clear_domain(Context &context) {
+    if (has(cp_exceptType_has_domain)) detail::clear(context.get(), raw().cp_domain);
+    unmark(cp_exceptType_has_domain);
+  }
+
+  std::optional<std::string_view> id() const {
+    if (!has(cp_exceptType_has_id)) return std::nullopt;
+    return textOf(raw().cp_id);
+  }
+  [[nodiscard]] bool set_id(Context &context, std::string_view text) {
+    if (!detail::assign(context.get(), raw().cp_id, text, has(cp_exceptType_has_id))) return false;
+    mark(cp_exceptType_has_id);
+    return true;
+  }
+  void clear_id(Context &context) {
+    if (has(cp_exceptType_has_id)) detail::clear(context.get(), raw().cp_id);
+    unmark(cp_exceptType_has_id);
+  }
+};
+
+// cp_manyType_1
+class manyType_1 : public View<::cp_manyType_1> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp_manyType_1(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_cp_manyType_1(ctx, record); }
+
+  // The alternative that is chosen; none of a choice that nobody has made.
+  enum class Kind : std::uint16_t {
+    none,
+    except = cp_manyType_1_except,
+    any = cp_manyType_1_any,
+  };
+  Kind kind() const { return static_cast<Kind>(raw().t); }
+
+  // Calls visitor with the alternative, or with std::monostate if there is none.
+  template <class Visitor> decltype(auto) visit(Visitor &&visitor) const {
+    switch (raw().t) {
+    case cp_manyType_1_except: return std::forward<Visitor>(visitor)(imscodec::ruleset::exceptType(raw().u.cp_except));
+    case cp_manyType_1_any: return std::forward<Visitor>(visitor)(Foreign{textOf(raw().u.cp__any)});
+    default: return std::forward<Visitor>(visitor)(std::monostate{});
+    }
+  }
+
+  std::optional<imscodec::ruleset::exceptType> except() const {
+    if (raw().t != cp_manyType_1_except) return std::nullopt;
+    return imscodec::ruleset::exceptType(raw().u.cp_except);
+  }
+  imscodec::ruleset::exceptType choose_except(Context &context) {
+    choose(context, cp_manyType_1_except);
+    imscodec::ruleset::exceptType::initialise(context.get(), &raw().u.cp_except);
+    return imscodec::ruleset::exceptType(raw().u.cp_except);
+  }
+  std::optional<Foreign> any() const {
+    if (raw().t != cp_manyType_1_any) return std::nullopt;
+    return Foreign{textOf(raw().u.cp__any)};
+  }
+  [[nodiscard]] bool choose_any(Context &context, std::string_view text) {
+    RtxXmlString copy{};
+    if (!detail::assign(context.get(), copy, text, false)) return false;
+    choose(context, cp_manyType_1_any);
+    raw().u.cp__any = copy;
+    return true;
+  }
+
+private:
+  // Gives back what was chosen before.
+  void choose(Context &context, std::uint16_t selector) {
+    dispose(context.get(), &raw());
+    initialise(context.get(), &raw());
+    raw().t = selector;
+  }
+};
+
+// cp_manyType
+class manyType : public View<::cp_manyType> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp_manyType(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_cp_manyType(ctx, record); }
+
+  List<imscodec::ruleset::manyType_1> choice() const { return List<imscodec::ruleset::manyType_1>(raw().cp__choice); }
+  [[nodiscard]] std::optional<imscodec::ruleset::manyType_1> add_choice(Context &context) {
+    return detail::appendRecord<imscodec::ruleset::manyType_1>(context.get(), raw().cp__choice);
+  }
+
+  std::optional<std::string_view> domain() const {
+    if (!has(cp_manyType_has_domain)) return std::nullopt;
+    return textOf(raw().cp_domain);
+  }
+  [[nodiscard]] bool set_domain(Context &context, std::string_view text) {
+    if (!detail::assign(context.get(), raw().cp_domain, text, has(cp_manyType_has_domain))) return false;
+    mark(cp_manyType_has_domain);
+    return true;
+  }
+  void clear_domain(Context &context) {
+    if (has(cp_manyType_has_domain)) detail::clear(context.get(), raw().cp_domain);
+    unmark(cp_manyType_has_domain);
+  }
+};
+
+// cp_identityType_1
+class identityType_1 : public View<::cp_identityType_1> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp_identityType_1(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_cp_identityType_1(ctx, record); }
+
+  // The alternative that is chosen; none of a choice that nobody has made.
+  enum class Kind : std::uint16_t {
+    none,
+    one = cp_identityType_1_one,
+    many = cp_identityType_1_many,
+    any = cp_identityType_1_any,
+  };
+  Kind kind() const { return static_cast<Kind>(raw().t); }
+
+  // Calls visitor with the alternative, or with std::monostate if there is none.
+  template <class Visitor> decltype(auto) visit(Visitor &&visitor) const {
+    switch (raw().t) {
+    case cp_identityType_1_one: return std::forward<Visitor>(visitor)(imscodec::ruleset::oneType(raw().u.cp_one));
+    case cp_identityType_1_many: return std::forward<Visitor>(visitor)(imscodec::ruleset::manyType(raw().u.cp_many));
+    case cp_identityType_1_any: return std::forward<Visitor>(visitor)(Foreign{textOf(raw().u.cp__any)});
+    default: return std::forward<Visitor>(visitor)(std::monostate{});
+    }
+  }
+
+  std::optional<imscodec::ruleset::oneType> one() const {
+    if (raw().t != cp_identityType_1_one) return std::nullopt;
+    return imscodec::ruleset::oneType(raw().u.cp_one);
+  }
+  imscodec::ruleset::oneType choose_one(Context &context) {
+    choose(context, cp_identityType_1_one);
+    imscodec::ruleset::oneType::initialise(context.get(), &raw().u.cp_one);
+    return imscodec::ruleset::oneType(raw().u.cp_one);
+  }
+  std::optional<imscodec::ruleset::manyType> many() const {
+    if (raw().t != cp_identityType_1_many) return std::nullopt;
+    return imscodec::ruleset::manyType(raw().u.cp_many);
+  }
+  imscodec::ruleset::manyType choose_many(Context &context) {
+    choose(context, cp_identityType_1_many);
+    imscodec::ruleset::manyType::initialise(context.get(), &raw().u.cp_many);
+    return imscodec::ruleset::manyType(raw().u.cp_many);
+  }
+  std::optional<Foreign> any() const {
+    if (raw().t != cp_identityType_1_any) return std::nullopt;
+    return Foreign{textOf(raw().u.cp__any)};
+  }
+  [[nodiscard]] bool choose_any(Context &context, std::string_view text) {
+    RtxXmlString copy{};
+    if (!detail::assign(context.get(), copy, text, false)) return false;
+    choose(context, cp_identityType_1_any);
+    raw().u.cp__any = copy;
+    return true;
+  }
+
+private:
+  // Gives back what was chosen before.
+  void choose(Context &context, std::uint16_t selector) {
+    dispose(context.get(), &raw());
+    initialise(context.get(), &raw());
+    raw().t = selector;
+  }
+};
+
+// cp_identityType
+class identityType : public View<::cp_identityType> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp_identityType(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_cp_identityType(ctx, record); }
+
+  List<imscodec::ruleset::identityType_1> items() const { return List<imscodec::ruleset::identityType_1>(raw().items); }
+  [[nodiscard]] std::optional<imscodec::ruleset::identityType_1> add_items(Context &context) {
+    return detail::appendRecord<imscodec::ruleset::identityType_1>(context.get(), raw().items);
+  }
+};
+
+// cp_sphereType
+class sphereType : public View<::cp_sphereType> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp_sphereType(ctx, record); }
+
+  std::string_view value() const { return textOf(raw().cp_value); }
+  [[nodiscard]] bool set_value(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().cp_value, text, true);
+  }
+};
+
+// cp_validityType
+class validityType : public View<::cp_validityType> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp_validityType(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_cp_validityType(ctx, record); }
+
+  std::string_view from() const { return textOf(raw().cp_from); }
+  [[nodiscard]] bool set_from(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().cp_from, text, true);
+  }
+
+  std::string_view until() const { return textOf(raw().cp_until); }
+  [[nodiscard]] bool set_until(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().cp_until, text, true);
+  }
+};
+
+// cp_conditionsType_1
+class conditionsType_1 : public View<::cp_conditionsType_1> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp_conditionsType_1(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_cp_conditionsType_1(ctx, record); }
+
+  // The alternative that is chosen; none of a choice that nobody has made.
+  enum class Kind : std::uint16_t {
+    none,
+    identity = cp_conditionsType_1_identity,
+    sphere = cp_conditionsType_1_sphere,
+    validity = cp_conditionsType_1_validity,
+    any = cp_conditionsType_1_any,
+  };
+  Kind kind() const { return static_cast<Kind>(raw().t); }
+
+  // Calls visitor with the alternative, or with std::monostate if there is none.
+  template <class Visitor> decltype(auto) visit(Visitor &&visitor) const {
+    switch (raw().t) {
+    case cp_conditionsType_1_identity: return std::forward<Visitor>(visitor)(imscodec::ruleset::identityType(raw().u.cp_identity));
+    case cp_conditionsType_1_sphere: return std::forward<Visitor>(visitor)(imscodec::ruleset::sphereType(raw().u.cp_sphere));
+    case cp_conditionsType_1_validity: return std::forward<Visitor>(visitor)(imscodec::ruleset::validityType(raw().u.cp_validity));
+    case cp_conditionsType_1_any: return std::forward<Visitor>(visitor)(List<Foreign>(raw().u.cp__any.items));
+    default: return std::forward<Visitor>(visitor)(std::monostate{});
+    }
+  }
+
+  std::optional<imscodec::ruleset::identityType> identity() const {
+    if (raw().t != cp_conditionsType_1_identity) return std::nullopt;
+    return imscodec::ruleset::identityType(raw().u.cp_identity);
+  }
+  imscodec::ruleset::identityType choose_identity(Context &context) {
+    choose(context, cp_conditionsType_1_identity);
+    imscodec::ruleset::identityType::initialise(context.get(), &raw().u.cp_identity);
+    return imscodec::ruleset::identityType(raw().u.cp_identity);
+  }
+  std::optional<imscodec::ruleset::sphereType> sphere() const {
+    if (raw().t != cp_conditionsType_1_sphere) return std::nullopt;
+    return imscodec::ruleset::sphereType(raw().u.cp_sphere);
+  }
+  imscodec::ruleset::sphereType choose_sphere(Context &context) {
+    choose(context, cp_conditionsType_1_sphere);
+    imscodec::ruleset::sphereType::initialise(context.get(), &raw().u.cp_sphere);
+    return imscodec::ruleset::sphereType(raw().u.cp_sphere);
+  }
+  std::optional<imscodec::ruleset::validityType> validity() const {
+    if (raw().t != cp_conditionsType_1_validity) return std::nullopt;
+    return imscodec::ruleset::validityType(raw().u.cp_validity);
+  }
+  imscodec::ruleset::validityType choose_validity(Context &context) {
+    choose(context, cp_conditionsType_1_validity);
+    imscodec::ruleset::validityType::initialise(context.get(), &raw().u.cp_validity);
+    return imscodec::ruleset::validityType(raw().u.cp_validity);
+  }
+  std::optional<List<Foreign>> any() const {
+    if (raw().t != cp_conditionsType_1_any) return std::nullopt;
+    return List<Foreign>(raw().u.cp__any.items);
+  }
+  [[nodiscard]] bool add_any(Context &context, std::string_view xml) {
+    if (raw().t != cp_conditionsType_1_any) choose(context, cp_conditionsType_1_any);
+    return detail::appendText(context.get(), raw().u.cp__any.items, xml);
+  }
+
+private:
+  // Gives back what was chosen before.
+  void choose(Context &context, std::uint16_t selector) {
+    dispose(context.get(), &raw());
+    initialise(context.get(), &raw());
+    raw().t = selector;
+  }
+};
+
+// cp_conditionsType
+class conditionsType : public View<::cp_conditionsType> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp_conditionsType(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_cp_conditionsType(ctx, record); }
+
+  List<imscodec::ruleset::conditionsType_1> items() const { return List<imscodec::ruleset::conditionsType_1>(raw().items); }
+  [[nodiscard]] std::optional<imscodec::ruleset::conditionsType_1> add_items(Context &context) {
+    return detail::appendRecord<imscodec::ruleset::conditionsType_1>(context.get(), raw().items);
+  }
+};
+
+// cp_extensibleType
+class extensibleType : public View<::cp_extensibleType> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp_extensibleType(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_cp_extensibleType(ctx, record); }
+
+  List<Foreign> items() const { return List<Foreign>(raw().items.items); }
+  [[nodiscard]] bool add_items(Context &context, std::string_view xml) {
+    return detail::appendText(context.get(), raw().items.items, xml);
+  }
+};
+
+// cp_ruleType
+class ruleType : public View<::cp_ruleType> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp_ruleType(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_cp_ruleType(ctx, record); }
+
+  std::optional<imscodec::ruleset::conditionsType> conditions() const {
+    if (!has(cp_ruleType_has_conditions)) return std::nullopt;
+    return imscodec::ruleset::conditionsType(raw().cp_conditions);
+  }
+  imscodec::ruleset::conditionsType make_conditions(Context &context) {
+    if (!has(cp_ruleType_has_conditions)) imscodec::ruleset::conditionsType::initialise(context.get(), &raw().cp_conditions);
+    mark(cp_ruleType_has_conditions);
+    return imscodec::ruleset::conditionsType(raw().cp_conditions);
+  }
+  void clear_conditions(Context &context) {
+    if (has(cp_ruleType_has_conditions)) imscodec::ruleset::conditionsType::dispose(context.get(), &raw().cp_conditions);
+    unmark(cp_ruleType_has_conditions);
+  }
+
+  std::optional<imscodec::ruleset::extensibleType> actions() const {
+    if (!has(cp_ruleType_has_actions)) return std::nullopt;
+    return imscodec::ruleset::extensibleType(raw().cp_actions);
+  }
+  imscodec::ruleset::extensibleType make_actions(Context &context) {
+    if (!has(cp_ruleType_has_actions)) imscodec::ruleset::extensibleType::initialise(context.get(), &raw().cp_actions);
+    mark(cp_ruleType_has_actions);
+    return imscodec::ruleset::extensibleType(raw().cp_actions);
+  }
+  void clear_actions(Context &context) {
+    if (has(cp_ruleType_has_actions)) imscodec::ruleset::extensibleType::dispose(context.get(), &raw().cp_actions);
+    unmark(cp_ruleType_has_actions);
+  }
+
+  std::optional<imscodec::ruleset::extensibleType> transformations() const {
+    if (!has(cp_ruleType_has_transformations)) return std::nullopt;
+    return imscodec::ruleset::extensibleType(raw().cp_transformations);
+  }
+  imscodec::ruleset::extensibleType make_transformations(Context &context) {
+    if (!has(cp_ruleType_has_transformations)) imscodec::ruleset::extensibleType::initialise(context.get(), &raw().cp_transformations);
+    mark(cp_ruleType_has_transformations);
+    return imscodec::ruleset::extensibleType(raw().cp_transformations);
+  }
+  void clear_transformations(Context &context) {
+    if (has(cp_ruleType_has_transformations)) imscodec::ruleset::extensibleType::dispose(context.get(), &raw().cp_transformations);
+    unmark(cp_ruleType_has_transformations);
+  }
+
+  std::string_view id() const { return textOf(raw().cp_id); }
+  [[nodiscard]] bool set_id(Context &context, std::string_view text) {
+    return detail::assign(context.get(), raw().cp_id, text, true);
+  }
+};
+
+// cp__ruleset
+class ruleset : public View<::cp__ruleset> {
+public:
+  using View::View;
+  static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp__ruleset(ctx, record); }
+  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_cp__ruleset(ctx, record); }
+
+  List<imscodec::ruleset::ruleType> rule() const { return List<imscodec::ruleset::ruleType>(raw().cp_rule); }
+  [[nodiscard]] std::optional<imscodec::ruleset::ruleType> add_rule(Context &context) {
+    return detail::appendRecord<imscodec::ruleset::ruleType>(context.get(), raw().cp_rule);
+  }
+};
+
+} // namespace imscodec::ruleset
+
+namespace imscodec {
+
+template <> struct Document<imscodec::ruleset::ruleset> : detail::RecordDocument<imscodec::ruleset::ruleset, QxXmlD_cp_ruleset, QxXmlE_cp_ruleset, QxXmlV_cp_ruleset> {};
+
+} // namespace imscodec

@@ -3,7 +3,8 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-find runtime xmlAddOns cli examples bench fuzz tests -type f \( -name '*.h' -o -name '*.c' -o -name '*.cpp' \) -print0 |
+find runtime xmlAddOns bindings cli examples bench fuzz tests -type f \
+  \( -name '*.h' -o -name '*.hpp' -o -name '*.c' -o -name '*.cpp' \) -print0 |
   if [ "${1:-}" = --fix ]; then
     xargs -0 -r clang-format -i
   else

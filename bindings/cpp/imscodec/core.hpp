@@ -260,7 +260,12 @@ template <Enumeration E> constexpr std::optional<E> fromText(std::string_view te
 // The functions of a document, by the type that names it.
 template <class T> struct Document;
 
-template <class T> class Record;
+template <class T>
+concept RecordView = requires {
+  typename T::Raw;
+};
+
+template <RecordView T> class Record;
 
 // Calls of an owner's member by its view's name.
 template <class T> struct Arrow {
@@ -293,7 +298,7 @@ public:
   void reset() { rtxContextReset(ctx); }
 
   // An empty record, to be filled and encoded.
-  template <class T> Record<T> create() { return Record<T>(ctx, Record<T>::empty); }
+  template <RecordView T> Record<T> create() { return Record<T>(ctx, Record<T>::empty); }
 
   // Reads a document. Errors do not end the reading, so that a failed result may have something in partial().
   template <class T> Result<typename Document<T>::Value> decode(std::string_view bytes) {
@@ -327,10 +332,8 @@ public:
     const char *text = rtxGetOutput(ctx, &length);
     return {ctx, status, std::string_view(text, length)};
   }
-  template <class T> Result<std::string_view> encode(const Record<T> &record) { return encode<T>(record.view()); }
-  template <class T>
-  requires requires { typename T::Raw; }
-  Result<std::string_view> encode(const T &record) { return encode<T>(record); }
+  template <RecordView T> Result<std::string_view> encode(const T &record) { return encode<T>(record); }
+  template <RecordView T> Result<std::string_view> encode(const Record<T> &record) { return encode<T>(record.view()); }
 
 private:
   template <class T> Result<typename Document<T>::Value> read(int status) {
@@ -343,7 +346,7 @@ private:
 };
 
 // A record of a document and all that it holds, given back to its context at its end.
-template <class T> class Record {
+template <RecordView T> class Record {
 public:
   using Raw = typename T::Raw;
 
@@ -398,14 +401,17 @@ public:
   }
   ~Owned() { dispose(); }
 
+  using Value = std::conditional_t<std::is_same_v<T, RtxXmlString>, std::string_view, std::span<const std::uint8_t>>;
+
   T &raw() { return held; }
-  auto operator*() const {
+  Value operator*() const {
     if constexpr (std::is_same_v<T, RtxXmlString>) {
       return textOf(held);
     } else {
-      return std::span<const std::uint8_t>(held.bytes, held.length);
+      return {held.bytes, held.length};
     }
   }
+  operator Value() const { return **this; }
 
 private:
   void dispose() {
@@ -478,6 +484,11 @@ template <class T> std::optional<T> appendRecord(RuntimeContext *ctx, RtxList &l
   if (!item) return std::nullopt;
   T::initialise(ctx, item);
   return T(*item);
+}
+
+template <class T> void sweepItems(RuntimeContext *ctx, const RtxList &list) {
+  for (const RtxListNode *node = list.head; node; node = node->next)
+    T::sweep(ctx, static_cast<typename T::Raw *>(node->data));
 }
 
 inline bool appendText(RuntimeContext *ctx, RtxList &list, std::string_view text) {

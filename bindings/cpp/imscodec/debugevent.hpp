@@ -27,7 +27,9 @@ class start_trigger : public View<::tns__start_trigger> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns__start_trigger(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns__start_trigger(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_tns__start_trigger(ctx, record);
+  }
 
   std::optional<std::string_view> from() const {
     if (!has(tns__start_trigger_has_from)) return std::nullopt;
@@ -133,7 +135,9 @@ class stop_trigger : public View<::tns__stop_trigger> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns__stop_trigger(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns__stop_trigger(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_tns__stop_trigger(ctx, record);
+  }
 
   std::optional<std::string_view> time() const {
     if (!has(tns__stop_trigger_has_time)) return std::nullopt;
@@ -176,7 +180,9 @@ class control : public View<::tns__control> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns__control(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns__control(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_tns__control(ctx, record);
+  }
 
   std::string_view interface() const { return textOf(raw().tns_interface); }
   [[nodiscard]] bool set_interface(Context &context, std::string_view text) {
@@ -210,7 +216,9 @@ class session : public View<::tns__session> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns__session(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns__session(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_tns__session(ctx, record);
+  }
 
   imscodec::debugevent::start_trigger start_trigger() const { return imscodec::debugevent::start_trigger(raw().tns_start_trigger); }
 
@@ -229,7 +237,9 @@ class debugconfig : public View<::tns__debugconfig> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns__debugconfig(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns__debugconfig(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_tns__debugconfig(ctx, record);
+  }
 
   List<imscodec::debugevent::session> session() const { return List<imscodec::debugevent::session>(raw().tns_session); }
   [[nodiscard]] std::optional<imscodec::debugevent::session> add_session(Context &context) {
@@ -247,7 +257,9 @@ class debuginfo : public View<::tns__debuginfo> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns__debuginfo(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns__debuginfo(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_tns__debuginfo(ctx, record);
+  }
 
   List<imscodec::debugevent::debugconfig> debugconfig() const { return List<imscodec::debugevent::debugconfig>(raw().tns_debugconfig); }
   [[nodiscard]] std::optional<imscodec::debugevent::debugconfig> add_debugconfig(Context &context) {
@@ -267,15 +279,15 @@ public:
 };
 
 // Documents by the names of their roots.
-struct time; // a document of a single value
-struct from; // a document of a single value
-struct to; // a document of a single value
-struct method; // a document of a single value
-struct icsi; // a document of a single value
-struct iari; // a document of a single value
-struct debug_id; // a document of a single value
-struct time_period; // a document of a single value
-struct interface; // a document of a single value
+struct time {}; // of a single value
+struct from {}; // of a single value
+struct to {}; // of a single value
+struct method {}; // of a single value
+struct icsi {}; // of a single value
+struct iari {}; // of a single value
+struct debug_id {}; // of a single value
+struct time_period {}; // of a single value
+struct interface {}; // of a single value
 
 } // namespace imscodec::debugevent
 

@@ -32,7 +32,9 @@ class state : public View<::tns__state> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns__state(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns__state(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_tns__state(ctx, record);
+  }
 
   std::string_view value() const { return textOf(raw().value); }
   [[nodiscard]] bool set_value(Context &context, std::string_view text) {
@@ -64,6 +66,15 @@ class dialog_replaces : public View<::tns__dialog_replaces> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns__dialog_replaces(ctx, record); }
+  // Frees the texts that the C interface leaves to the heap.
+  static void sweep(RuntimeContext *ctx, Raw *record) {
+    detail::clear(ctx, record->tns_call_id);
+    detail::clear(ctx, record->tns_local_tag);
+    detail::clear(ctx, record->tns_remote_tag);
+  }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    sweep(ctx, record);
+  }
 
   std::string_view call_id() const { return textOf(raw().tns_call_id); }
   [[nodiscard]] bool set_call_id(Context &context, std::string_view text) {
@@ -86,7 +97,9 @@ class nameaddr : public View<::tns_nameaddr> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns_nameaddr(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns_nameaddr(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_tns_nameaddr(ctx, record);
+  }
 
   std::string_view value() const { return textOf(raw().value); }
   [[nodiscard]] bool set_value(Context &context, std::string_view text) {
@@ -118,7 +131,9 @@ class dialog_route_set : public View<::tns__dialog_route_set> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns__dialog_route_set(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns__dialog_route_set(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_tns__dialog_route_set(ctx, record);
+  }
 
   List<std::string_view> hop() const { return List<std::string_view>(raw().tns_hop); }
   [[nodiscard]] bool add_hop(Context &context, std::string_view text) {
@@ -131,6 +146,14 @@ class participant_target_param : public View<::tns_participant_target_param> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns_participant_target_param(ctx, record); }
+  // Frees the texts that the C interface leaves to the heap.
+  static void sweep(RuntimeContext *ctx, Raw *record) {
+    detail::clear(ctx, record->tns_pname);
+    detail::clear(ctx, record->tns_pval);
+  }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    sweep(ctx, record);
+  }
 
   std::string_view pname() const { return textOf(raw().tns_pname); }
   [[nodiscard]] bool set_pname(Context &context, std::string_view text) {
@@ -148,7 +171,14 @@ class participant_target : public View<::tns_participant_target> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns_participant_target(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns_participant_target(ctx, record); }
+  // Frees the texts that the C interface leaves to the heap.
+  static void sweep(RuntimeContext *ctx, Raw *record) {
+    detail::sweepItems<imscodec::dialoginfo::participant_target_param>(ctx, record->tns_param);
+  }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    sweep(ctx, record);
+    QxMemFree_tns_participant_target(ctx, record);
+  }
 
   List<imscodec::dialoginfo::participant_target_param> param() const { return List<imscodec::dialoginfo::participant_target_param>(raw().tns_param); }
   [[nodiscard]] std::optional<imscodec::dialoginfo::participant_target_param> add_param(Context &context) {
@@ -166,7 +196,9 @@ class sessd : public View<::tns_sessd> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns_sessd(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns_sessd(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_tns_sessd(ctx, record);
+  }
 
   std::string_view value() const { return textOf(raw().value); }
   [[nodiscard]] bool set_value(Context &context, std::string_view text) {
@@ -189,7 +221,14 @@ class participant : public View<::tns_participant> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns_participant(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns_participant(ctx, record); }
+  // Frees the texts that the C interface leaves to the heap.
+  static void sweep(RuntimeContext *ctx, Raw *record) {
+    if (record->m & tns_participant_has_target) imscodec::dialoginfo::participant_target::sweep(ctx, &record->tns_target);
+  }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    sweep(ctx, record);
+    QxMemFree_tns_participant(ctx, record);
+  }
 
   std::optional<imscodec::dialoginfo::nameaddr> identity() const {
     if (!has(tns_participant_has_identity)) return std::nullopt;
@@ -251,7 +290,16 @@ class dialog : public View<::tns__dialog> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns__dialog(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns__dialog(ctx, record); }
+  // Frees the texts that the C interface leaves to the heap.
+  static void sweep(RuntimeContext *ctx, Raw *record) {
+    if (record->m & tns__dialog_has_replaces) imscodec::dialoginfo::dialog_replaces::sweep(ctx, &record->tns_replaces);
+    if (record->m & tns__dialog_has_local) imscodec::dialoginfo::participant::sweep(ctx, &record->tns_local);
+    if (record->m & tns__dialog_has_remote) imscodec::dialoginfo::participant::sweep(ctx, &record->tns_remote);
+  }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    sweep(ctx, record);
+    QxMemFree_tns__dialog(ctx, record);
+  }
 
   imscodec::dialoginfo::state state() const { return imscodec::dialoginfo::state(raw().tns_state); }
 
@@ -271,7 +319,8 @@ public:
     mark(tns__dialog_has_replaces);
     return imscodec::dialoginfo::dialog_replaces(raw().tns_replaces);
   }
-  void clear_replaces(Context & /* its texts stay on the heap */) {
+  void clear_replaces(Context &context) {
+    if (has(tns__dialog_has_replaces)) imscodec::dialoginfo::dialog_replaces::dispose(context.get(), &raw().tns_replaces);
     unmark(tns__dialog_has_replaces);
   }
 
@@ -396,7 +445,14 @@ class dialog_info : public View<::tns__dialog_info> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns__dialog_info(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns__dialog_info(ctx, record); }
+  // Frees the texts that the C interface leaves to the heap.
+  static void sweep(RuntimeContext *ctx, Raw *record) {
+    detail::sweepItems<imscodec::dialoginfo::dialog>(ctx, record->tns_dialog);
+  }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    sweep(ctx, record);
+    QxMemFree_tns__dialog_info(ctx, record);
+  }
 
   List<imscodec::dialoginfo::dialog> dialog() const { return List<imscodec::dialoginfo::dialog>(raw().tns_dialog); }
   [[nodiscard]] std::optional<imscodec::dialoginfo::dialog> add_dialog(Context &context) {

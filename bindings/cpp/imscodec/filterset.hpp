@@ -17,6 +17,14 @@ class NSBinding : public View<::NSBinding> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_NSBinding(ctx, record); }
+  // Frees the texts that the C interface leaves to the heap.
+  static void sweep(RuntimeContext *ctx, Raw *record) {
+    detail::clear(ctx, record->prefix);
+    detail::clear(ctx, record->urn);
+  }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    sweep(ctx, record);
+  }
 
   std::string_view prefix() const { return textOf(raw().prefix); }
   [[nodiscard]] bool set_prefix(Context &context, std::string_view text) {
@@ -34,7 +42,14 @@ class NSBindings : public View<::NSBindings> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_NSBindings(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_NSBindings(ctx, record); }
+  // Frees the texts that the C interface leaves to the heap.
+  static void sweep(RuntimeContext *ctx, Raw *record) {
+    detail::sweepItems<imscodec::filterset::NSBinding>(ctx, record->ns_binding);
+  }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    sweep(ctx, record);
+    QxMemFree_NSBindings(ctx, record);
+  }
 
   List<imscodec::filterset::NSBinding> ns_binding() const { return List<imscodec::filterset::NSBinding>(raw().ns_binding); }
   [[nodiscard]] std::optional<imscodec::filterset::NSBinding> add_ns_binding(Context &context) {
@@ -47,7 +62,9 @@ class InclType : public View<::InclType> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_InclType(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_InclType(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_InclType(ctx, record);
+  }
 
   std::string_view value() const { return textOf(raw().value); }
   [[nodiscard]] bool set_value(Context &context, std::string_view text) {
@@ -77,7 +94,9 @@ class ExclType : public View<::ExclType> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_ExclType(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_ExclType(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_ExclType(ctx, record);
+  }
 
   std::string_view value() const { return textOf(raw().value); }
   [[nodiscard]] bool set_value(Context &context, std::string_view text) {
@@ -107,7 +126,9 @@ class WhatType : public View<::WhatType> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_WhatType(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_WhatType(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_WhatType(ctx, record);
+  }
 
   List<imscodec::filterset::InclType> include() const { return List<imscodec::filterset::InclType>(raw().include); }
   [[nodiscard]] std::optional<imscodec::filterset::InclType> add_include(Context &context) {
@@ -130,7 +151,9 @@ class ChangedType : public View<::ChangedType> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_ChangedType(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_ChangedType(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_ChangedType(ctx, record);
+  }
 
   std::string_view value() const { return textOf(raw().value); }
   [[nodiscard]] bool set_value(Context &context, std::string_view text) {
@@ -188,7 +211,9 @@ class TriggerType : public View<::TriggerType> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_TriggerType(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_TriggerType(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_TriggerType(ctx, record);
+  }
 
   List<imscodec::filterset::ChangedType> changed() const { return List<imscodec::filterset::ChangedType>(raw().changed); }
   [[nodiscard]] std::optional<imscodec::filterset::ChangedType> add_changed(Context &context) {
@@ -216,7 +241,9 @@ class FilterType : public View<::FilterType> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_FilterType(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_FilterType(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_FilterType(ctx, record);
+  }
 
   std::optional<imscodec::filterset::WhatType> what() const {
     if (!has(FilterType_has_what)) return std::nullopt;
@@ -300,7 +327,14 @@ class FilterSetType : public View<::FilterSetType> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_FilterSetType(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_FilterSetType(ctx, record); }
+  // Frees the texts that the C interface leaves to the heap.
+  static void sweep(RuntimeContext *ctx, Raw *record) {
+    if (record->m & FilterSetType_has_ns_bindings) imscodec::filterset::NSBindings::sweep(ctx, &record->ns_bindings);
+  }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    sweep(ctx, record);
+    QxMemFree_FilterSetType(ctx, record);
+  }
 
   std::optional<imscodec::filterset::NSBindings> ns_bindings() const {
     if (!has(FilterSetType_has_ns_bindings)) return std::nullopt;

@@ -12,7 +12,9 @@ class tAlternativeService : public View<::tAlternativeService> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tAlternativeService(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tAlternativeService(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_tAlternativeService(ctx, record);
+  }
 
   std::string_view type() const { return textOf(raw().type); }
   [[nodiscard]] bool set_type(Context &context, std::string_view text) {
@@ -40,7 +42,9 @@ class tIMS3GPP_1 : public View<::tIMS3GPP_1> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tIMS3GPP_1(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tIMS3GPP_1(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_tIMS3GPP_1(ctx, record);
+  }
 
   // The alternative that is chosen; none of a choice that nobody has made.
   enum class Kind : std::uint16_t {
@@ -94,7 +98,9 @@ class tIMS3GPP : public View<::tIMS3GPP> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tIMS3GPP(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tIMS3GPP(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_tIMS3GPP(ctx, record);
+  }
 
   imscodec::imcn::tIMS3GPP_1 choice1() const { return imscodec::imcn::tIMS3GPP_1(raw()._choice1); }
 
@@ -114,8 +120,8 @@ public:
 
 // Documents by the names of their roots.
 using ims_3gpp = tIMS3GPP;
-struct type; // a document of a single value
-struct action; // a document of a single value
+struct type {}; // of a single value
+struct action {}; // of a single value
 
 } // namespace imscodec::imcn
 

@@ -12,7 +12,9 @@ class isComposing : public View<::tns__isComposing> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns__isComposing(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_tns__isComposing(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_tns__isComposing(ctx, record);
+  }
 
   std::string_view state() const { return textOf(raw().tns_state); }
   [[nodiscard]] bool set_state(Context &context, std::string_view text) {

@@ -17,6 +17,8 @@ class isbSettingType_incoming_session_barring : public View<::isbSettingType_inc
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_isbSettingType_incoming_session_barring(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+  }
 
   bool active() const { return raw().active; }
   void set_active(bool value) { raw().active = value; }
@@ -27,7 +29,9 @@ class isbSettingType : public View<::isbSettingType> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_isbSettingType(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_isbSettingType(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_isbSettingType(ctx, record);
+  }
 
   imscodec::pocsettings::isbSettingType_incoming_session_barring incoming_session_barring() const { return imscodec::pocsettings::isbSettingType_incoming_session_barring(raw().incoming_session_barring); }
 
@@ -47,7 +51,9 @@ class amSettingType : public View<::amSettingType> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_amSettingType(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_amSettingType(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_amSettingType(ctx, record);
+  }
 
   imscodec::pocsettings::amSettingType_answer_mode answer_mode() const { return static_cast<imscodec::pocsettings::amSettingType_answer_mode>(raw().answer_mode); }
   void set_answer_mode(imscodec::pocsettings::amSettingType_answer_mode value) { raw().answer_mode = static_cast<std::uint16_t>(value); }
@@ -68,6 +74,8 @@ class ipabSettingType_incoming_personal_alert_barring : public View<::ipabSettin
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_ipabSettingType_incoming_personal_alert_barring(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+  }
 
   bool active() const { return raw().active; }
   void set_active(bool value) { raw().active = value; }
@@ -78,7 +86,9 @@ class ipabSettingType : public View<::ipabSettingType> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_ipabSettingType(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_ipabSettingType(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_ipabSettingType(ctx, record);
+  }
 
   imscodec::pocsettings::ipabSettingType_incoming_personal_alert_barring incoming_personal_alert_barring() const { return imscodec::pocsettings::ipabSettingType_incoming_personal_alert_barring(raw().incoming_personal_alert_barring); }
 
@@ -98,6 +108,8 @@ class sssSettingType_simultaneous_sessions_support : public View<::sssSettingTyp
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_sssSettingType_simultaneous_sessions_support(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+  }
 
   bool active() const { return raw().active; }
   void set_active(bool value) { raw().active = value; }
@@ -108,7 +120,9 @@ class sssSettingType : public View<::sssSettingType> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_sssSettingType(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_sssSettingType(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_sssSettingType(ctx, record);
+  }
 
   imscodec::pocsettings::sssSettingType_simultaneous_sessions_support simultaneous_sessions_support() const { return imscodec::pocsettings::sssSettingType_simultaneous_sessions_support(raw().simultaneous_sessions_support); }
 
@@ -128,7 +142,9 @@ class entityType : public View<::entityType> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_entityType(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_entityType(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_entityType(ctx, record);
+  }
 
   std::optional<imscodec::pocsettings::isbSettingType> isb_settings() const {
     if (!has(entityType_has_isb_settings)) return std::nullopt;
@@ -207,7 +223,9 @@ class poc_settingsType : public View<::poc_settingsType> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_poc_settingsType(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_poc_settingsType(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_poc_settingsType(ctx, record);
+  }
 
   List<imscodec::pocsettings::entityType> entity() const { return List<imscodec::pocsettings::entityType>(raw().entity); }
   [[nodiscard]] std::optional<imscodec::pocsettings::entityType> add_entity(Context &context) {

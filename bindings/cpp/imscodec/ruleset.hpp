@@ -12,7 +12,9 @@ class oneType : public View<::cp_oneType> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp_oneType(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_cp_oneType(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_cp_oneType(ctx, record);
+  }
 
   std::optional<Foreign> any() const {
     if (!has(cp_oneType_has_any)) return std::nullopt;
@@ -39,6 +41,14 @@ class exceptType : public View<::cp_exceptType> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp_exceptType(ctx, record); }
+  // Frees the texts that the C interface leaves to the heap.
+  static void sweep(RuntimeContext *ctx, Raw *record) {
+    if (record->m & cp_exceptType_has_domain) detail::clear(ctx, record->cp_domain);
+    if (record->m & cp_exceptType_has_id) detail::clear(ctx, record->cp_id);
+  }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    sweep(ctx, record);
+  }
 
   std::optional<std::string_view> domain() const {
     if (!has(cp_exceptType_has_domain)) return std::nullopt;
@@ -74,7 +84,14 @@ class manyType_1 : public View<::cp_manyType_1> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp_manyType_1(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_cp_manyType_1(ctx, record); }
+  // Frees the texts that the C interface leaves to the heap.
+  static void sweep(RuntimeContext *ctx, Raw *record) {
+    if (record->t == cp_manyType_1_except) imscodec::ruleset::exceptType::sweep(ctx, &record->u.cp_except);
+  }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    sweep(ctx, record);
+    QxMemFree_cp_manyType_1(ctx, record);
+  }
 
   // The alternative that is chosen; none of a choice that nobody has made.
   enum class Kind : std::uint16_t {
@@ -128,7 +145,14 @@ class manyType : public View<::cp_manyType> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp_manyType(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_cp_manyType(ctx, record); }
+  // Frees the texts that the C interface leaves to the heap.
+  static void sweep(RuntimeContext *ctx, Raw *record) {
+    detail::sweepItems<imscodec::ruleset::manyType_1>(ctx, record->cp__choice);
+  }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    sweep(ctx, record);
+    QxMemFree_cp_manyType(ctx, record);
+  }
 
   List<imscodec::ruleset::manyType_1> choice() const { return List<imscodec::ruleset::manyType_1>(raw().cp__choice); }
   [[nodiscard]] std::optional<imscodec::ruleset::manyType_1> add_choice(Context &context) {
@@ -155,7 +179,14 @@ class identityType_1 : public View<::cp_identityType_1> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp_identityType_1(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_cp_identityType_1(ctx, record); }
+  // Frees the texts that the C interface leaves to the heap.
+  static void sweep(RuntimeContext *ctx, Raw *record) {
+    if (record->t == cp_identityType_1_many) imscodec::ruleset::manyType::sweep(ctx, &record->u.cp_many);
+  }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    sweep(ctx, record);
+    QxMemFree_cp_identityType_1(ctx, record);
+  }
 
   // The alternative that is chosen; none of a choice that nobody has made.
   enum class Kind : std::uint16_t {
@@ -220,7 +251,14 @@ class identityType : public View<::cp_identityType> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp_identityType(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_cp_identityType(ctx, record); }
+  // Frees the texts that the C interface leaves to the heap.
+  static void sweep(RuntimeContext *ctx, Raw *record) {
+    detail::sweepItems<imscodec::ruleset::identityType_1>(ctx, record->items);
+  }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    sweep(ctx, record);
+    QxMemFree_cp_identityType(ctx, record);
+  }
 
   List<imscodec::ruleset::identityType_1> items() const { return List<imscodec::ruleset::identityType_1>(raw().items); }
   [[nodiscard]] std::optional<imscodec::ruleset::identityType_1> add_items(Context &context) {
@@ -233,6 +271,13 @@ class sphereType : public View<::cp_sphereType> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp_sphereType(ctx, record); }
+  // Frees the texts that the C interface leaves to the heap.
+  static void sweep(RuntimeContext *ctx, Raw *record) {
+    detail::clear(ctx, record->cp_value);
+  }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    sweep(ctx, record);
+  }
 
   std::string_view value() const { return textOf(raw().cp_value); }
   [[nodiscard]] bool set_value(Context &context, std::string_view text) {
@@ -245,7 +290,9 @@ class validityType : public View<::cp_validityType> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp_validityType(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_cp_validityType(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_cp_validityType(ctx, record);
+  }
 
   std::string_view from() const { return textOf(raw().cp_from); }
   [[nodiscard]] bool set_from(Context &context, std::string_view text) {
@@ -263,7 +310,15 @@ class conditionsType_1 : public View<::cp_conditionsType_1> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp_conditionsType_1(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_cp_conditionsType_1(ctx, record); }
+  // Frees the texts that the C interface leaves to the heap.
+  static void sweep(RuntimeContext *ctx, Raw *record) {
+    if (record->t == cp_conditionsType_1_identity) imscodec::ruleset::identityType::sweep(ctx, &record->u.cp_identity);
+    if (record->t == cp_conditionsType_1_sphere) imscodec::ruleset::sphereType::sweep(ctx, &record->u.cp_sphere);
+  }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    sweep(ctx, record);
+    QxMemFree_cp_conditionsType_1(ctx, record);
+  }
 
   // The alternative that is chosen; none of a choice that nobody has made.
   enum class Kind : std::uint16_t {
@@ -336,7 +391,14 @@ class conditionsType : public View<::cp_conditionsType> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp_conditionsType(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_cp_conditionsType(ctx, record); }
+  // Frees the texts that the C interface leaves to the heap.
+  static void sweep(RuntimeContext *ctx, Raw *record) {
+    detail::sweepItems<imscodec::ruleset::conditionsType_1>(ctx, record->items);
+  }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    sweep(ctx, record);
+    QxMemFree_cp_conditionsType(ctx, record);
+  }
 
   List<imscodec::ruleset::conditionsType_1> items() const { return List<imscodec::ruleset::conditionsType_1>(raw().items); }
   [[nodiscard]] std::optional<imscodec::ruleset::conditionsType_1> add_items(Context &context) {
@@ -349,7 +411,9 @@ class extensibleType : public View<::cp_extensibleType> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp_extensibleType(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_cp_extensibleType(ctx, record); }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    QxMemFree_cp_extensibleType(ctx, record);
+  }
 
   List<Foreign> items() const { return List<Foreign>(raw().items.items); }
   [[nodiscard]] bool add_items(Context &context, std::string_view xml) {
@@ -362,7 +426,14 @@ class ruleType : public View<::cp_ruleType> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp_ruleType(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_cp_ruleType(ctx, record); }
+  // Frees the texts that the C interface leaves to the heap.
+  static void sweep(RuntimeContext *ctx, Raw *record) {
+    if (record->m & cp_ruleType_has_conditions) imscodec::ruleset::conditionsType::sweep(ctx, &record->cp_conditions);
+  }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    sweep(ctx, record);
+    QxMemFree_cp_ruleType(ctx, record);
+  }
 
   std::optional<imscodec::ruleset::conditionsType> conditions() const {
     if (!has(cp_ruleType_has_conditions)) return std::nullopt;
@@ -417,7 +488,14 @@ class ruleset : public View<::cp__ruleset> {
 public:
   using View::View;
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp__ruleset(ctx, record); }
-  static void dispose(RuntimeContext *ctx, Raw *record) { QxMemFree_cp__ruleset(ctx, record); }
+  // Frees the texts that the C interface leaves to the heap.
+  static void sweep(RuntimeContext *ctx, Raw *record) {
+    detail::sweepItems<imscodec::ruleset::ruleType>(ctx, record->cp_rule);
+  }
+  static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
+    sweep(ctx, record);
+    QxMemFree_cp__ruleset(ctx, record);
+  }
 
   List<imscodec::ruleset::ruleType> rule() const { return List<imscodec::ruleset::ruleType>(raw().cp_rule); }
   [[nodiscard]] std::optional<imscodec::ruleset::ruleType> add_rule(Context &context) {

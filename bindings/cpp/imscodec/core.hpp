@@ -10,6 +10,7 @@
 
 #include "rtx.h"
 
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -160,12 +161,34 @@ struct NamespaceDeclaration {
   std::string_view uri;
 };
 
-// How a list's items look from C++.
-template <class T> struct Item {
+template <class T>
+concept RecordView = requires {
+  typename T::Raw;
+};
+
+// How what a record stores looks from C++.
+template <class T> struct Item;
+template <RecordView T> struct Item<T> {
   static T of(void *data) { return T(*static_cast<typename T::Raw *>(data)); }
+};
+template <class T>
+requires std::is_arithmetic_v<T>
+struct Item<T> {
+  static T of(void *data) { return *static_cast<T *>(data); }
+};
+template <class T>
+requires std::is_enum_v<T>
+struct Item<T> {
+  static T of(void *data) { return static_cast<T>(*static_cast<std::uint16_t *>(data)); }
 };
 template <> struct Item<std::string_view> {
   static std::string_view of(void *data) { return textOf(*static_cast<RtxXmlString *>(data)); }
+};
+template <> struct Item<std::span<const std::uint8_t>> {
+  static std::span<const std::uint8_t> of(void *data) {
+    const auto *bytes = static_cast<const RtxHexBinary *>(data);
+    return {bytes->bytes, bytes->length};
+  }
 };
 template <> struct Item<Foreign> {
   static Foreign of(void *data) { return {textOf(*static_cast<RtxXmlString *>(data))}; }
@@ -226,6 +249,43 @@ private:
   std::uint32_t count = 0;
 };
 
+template <class T> struct Item<List<T>> {
+  static List<T> of(void *data) { return List<T>(*static_cast<RtxList *>(data)); }
+};
+
+// ---- Optional members -------------------------------------------------------------------------------------------
+
+// Lends a value to an arrow.
+template <class T> struct Arrow {
+  T value;
+  T *operator->() { return &value; }
+};
+
+// A member that may be absent: a pointer to where the record stores it, or null. It looks at the record when it is
+// taken, so that nothing is copied before.
+template <class T> class Optional {
+public:
+  Optional() = default;
+  Optional(std::nullopt_t) {}
+  explicit Optional(void *member) : stored(member) {}
+  Optional(bool present, void *member) : stored(present ? member : nullptr) {}
+
+  explicit operator bool() const { return stored != nullptr; }
+  bool has_value() const { return stored != nullptr; }
+  T operator*() const { return Item<T>::of(stored); }
+  Arrow<T> operator->() const { return {**this}; }
+  T value_or(T otherwise) const { return stored ? **this : otherwise; }
+  operator std::optional<T>() const { return stored ? std::optional<T>(**this) : std::nullopt; }
+
+  friend bool operator==(const Optional &member, std::nullopt_t) { return !member; }
+  friend bool operator==(const Optional &member, const T &value) requires std::equality_comparable<T> {
+    return member && *member == value;
+  }
+
+private:
+  void *stored = nullptr;
+};
+
 // ---- Enumerations -----------------------------------------------------------------------------------------------
 
 template <class E> struct EnumText {
@@ -260,18 +320,7 @@ template <Enumeration E> constexpr std::optional<E> fromText(std::string_view te
 // The functions of a document, by the type that names it.
 template <class T> struct Document;
 
-template <class T>
-concept RecordView = requires {
-  typename T::Raw;
-};
-
 template <RecordView T> class Record;
-
-// Calls of an owner's member by its view's name.
-template <class T> struct Arrow {
-  T view;
-  T *operator->() { return &view; }
-};
 
 // A context that owns itself. It belongs to one thread at a time, and serves either the debug-info vocabulary or the
 // others. False if there was no storage for it; calls on such a context fail with STATUS_BAD_CONTEXT.
@@ -479,11 +528,10 @@ template <class Raw> Raw *append(RuntimeContext *ctx, RtxList &list) {
   return nullptr;
 }
 
-template <class T> std::optional<T> appendRecord(RuntimeContext *ctx, RtxList &list) {
+template <class T> Optional<T> appendRecord(RuntimeContext *ctx, RtxList &list) {
   auto *item = append<typename T::Raw>(ctx, list);
-  if (!item) return std::nullopt;
-  T::initialise(ctx, item);
-  return T(*item);
+  if (item) T::initialise(ctx, item);
+  return Optional<T>(item);
 }
 
 template <class T> void sweepItems(RuntimeContext *ctx, const RtxList &list) {

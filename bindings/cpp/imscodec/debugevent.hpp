@@ -31,10 +31,7 @@ public:
     QxMemFree_tns__start_trigger(ctx, record);
   }
 
-  std::optional<std::string_view> from() const {
-    if (!has(tns__start_trigger_has_from)) return std::nullopt;
-    return textOf(raw().tns_from);
-  }
+  Optional<std::string_view> from() const { return {has(tns__start_trigger_has_from), &raw().tns_from}; }
   [[nodiscard]] bool set_from(Context &context, std::string_view text) {
     if (!detail::assign(context.get(), raw().tns_from, text, has(tns__start_trigger_has_from))) return false;
     mark(tns__start_trigger_has_from);
@@ -45,10 +42,7 @@ public:
     unmark(tns__start_trigger_has_from);
   }
 
-  std::optional<std::string_view> to() const {
-    if (!has(tns__start_trigger_has_to)) return std::nullopt;
-    return textOf(raw().tns_to);
-  }
+  Optional<std::string_view> to() const { return {has(tns__start_trigger_has_to), &raw().tns_to}; }
   [[nodiscard]] bool set_to(Context &context, std::string_view text) {
     if (!detail::assign(context.get(), raw().tns_to, text, has(tns__start_trigger_has_to))) return false;
     mark(tns__start_trigger_has_to);
@@ -59,10 +53,7 @@ public:
     unmark(tns__start_trigger_has_to);
   }
 
-  std::optional<std::string_view> icsi() const {
-    if (!has(tns__start_trigger_has_icsi)) return std::nullopt;
-    return textOf(raw().tns_icsi);
-  }
+  Optional<std::string_view> icsi() const { return {has(tns__start_trigger_has_icsi), &raw().tns_icsi}; }
   [[nodiscard]] bool set_icsi(Context &context, std::string_view text) {
     if (!detail::assign(context.get(), raw().tns_icsi, text, has(tns__start_trigger_has_icsi))) return false;
     mark(tns__start_trigger_has_icsi);
@@ -73,10 +64,7 @@ public:
     unmark(tns__start_trigger_has_icsi);
   }
 
-  std::optional<std::string_view> iari() const {
-    if (!has(tns__start_trigger_has_iari)) return std::nullopt;
-    return textOf(raw().tns_iari);
-  }
+  Optional<std::string_view> iari() const { return {has(tns__start_trigger_has_iari), &raw().tns_iari}; }
   [[nodiscard]] bool set_iari(Context &context, std::string_view text) {
     if (!detail::assign(context.get(), raw().tns_iari, text, has(tns__start_trigger_has_iari))) return false;
     mark(tns__start_trigger_has_iari);
@@ -87,10 +75,7 @@ public:
     unmark(tns__start_trigger_has_iari);
   }
 
-  std::optional<std::string_view> method() const {
-    if (!has(tns__start_trigger_has_method)) return std::nullopt;
-    return textOf(raw().tns_method);
-  }
+  Optional<std::string_view> method() const { return {has(tns__start_trigger_has_method), &raw().tns_method}; }
   [[nodiscard]] bool set_method(Context &context, std::string_view text) {
     if (!detail::assign(context.get(), raw().tns_method, text, has(tns__start_trigger_has_method))) return false;
     mark(tns__start_trigger_has_method);
@@ -101,10 +86,7 @@ public:
     unmark(tns__start_trigger_has_method);
   }
 
-  std::optional<std::string_view> time() const {
-    if (!has(tns__start_trigger_has_time)) return std::nullopt;
-    return textOf(raw().tns_time);
-  }
+  Optional<std::string_view> time() const { return {has(tns__start_trigger_has_time), &raw().tns_time}; }
   [[nodiscard]] bool set_time(Context &context, std::string_view text) {
     if (!detail::assign(context.get(), raw().tns_time, text, has(tns__start_trigger_has_time))) return false;
     mark(tns__start_trigger_has_time);
@@ -115,10 +97,7 @@ public:
     unmark(tns__start_trigger_has_time);
   }
 
-  std::optional<std::span<const std::uint8_t>> debug_id() const {
-    if (!has(tns__start_trigger_has_debug_id)) return std::nullopt;
-    return std::span<const std::uint8_t>(raw().tns_debug_id.bytes, raw().tns_debug_id.length);
-  }
+  Optional<std::span<const std::uint8_t>> debug_id() const { return {has(tns__start_trigger_has_debug_id), &raw().tns_debug_id}; }
   [[nodiscard]] bool set_debug_id(Context &context, std::span<const std::uint8_t> bytes) {
     if (!detail::assign(context.get(), raw().tns_debug_id, bytes, has(tns__start_trigger_has_debug_id))) return false;
     mark(tns__start_trigger_has_debug_id);
@@ -139,10 +118,7 @@ public:
     QxMemFree_tns__stop_trigger(ctx, record);
   }
 
-  std::optional<std::string_view> time() const {
-    if (!has(tns__stop_trigger_has_time)) return std::nullopt;
-    return textOf(raw().tns_time);
-  }
+  Optional<std::string_view> time() const { return {has(tns__stop_trigger_has_time), &raw().tns_time}; }
   [[nodiscard]] bool set_time(Context &context, std::string_view text) {
     if (!detail::assign(context.get(), raw().tns_time, text, has(tns__stop_trigger_has_time))) return false;
     mark(tns__stop_trigger_has_time);
@@ -153,10 +129,7 @@ public:
     unmark(tns__stop_trigger_has_time);
   }
 
-  std::optional<std::string_view> time_period() const {
-    if (!has(tns__stop_trigger_has_time_period)) return std::nullopt;
-    return textOf(raw().tns_time_period);
-  }
+  Optional<std::string_view> time_period() const { return {has(tns__stop_trigger_has_time_period), &raw().tns_time_period}; }
   [[nodiscard]] bool set_time_period(Context &context, std::string_view text) {
     if (!detail::assign(context.get(), raw().tns_time_period, text, has(tns__stop_trigger_has_time_period))) return false;
     mark(tns__stop_trigger_has_time_period);
@@ -167,10 +140,7 @@ public:
     unmark(tns__stop_trigger_has_time_period);
   }
 
-  std::optional<imscodec::debugevent::reason> reason() const {
-    if (!has(tns__stop_trigger_has_reason)) return std::nullopt;
-    return static_cast<imscodec::debugevent::reason>(raw().tns_reason);
-  }
+  Optional<imscodec::debugevent::reason> reason() const { return {has(tns__stop_trigger_has_reason), &raw().tns_reason}; }
   void set_reason(imscodec::debugevent::reason value) { raw().tns_reason = static_cast<std::uint16_t>(value); mark(tns__stop_trigger_has_reason); }
   void clear_reason() { unmark(tns__stop_trigger_has_reason); }
 };
@@ -189,17 +159,11 @@ public:
     return detail::assign(context.get(), raw().tns_interface, text, true);
   }
 
-  std::optional<imscodec::debugevent::depth> depth() const {
-    if (!has(tns__control_has_depth)) return std::nullopt;
-    return static_cast<imscodec::debugevent::depth>(raw().tns_depth);
-  }
+  Optional<imscodec::debugevent::depth> depth() const { return {has(tns__control_has_depth), &raw().tns_depth}; }
   void set_depth(imscodec::debugevent::depth value) { raw().tns_depth = static_cast<std::uint16_t>(value); mark(tns__control_has_depth); }
   void clear_depth() { unmark(tns__control_has_depth); }
 
-  std::optional<std::span<const std::uint8_t>> debug_id() const {
-    if (!has(tns__control_has_debug_id)) return std::nullopt;
-    return std::span<const std::uint8_t>(raw().tns_debug_id.bytes, raw().tns_debug_id.length);
-  }
+  Optional<std::span<const std::uint8_t>> debug_id() const { return {has(tns__control_has_debug_id), &raw().tns_debug_id}; }
   [[nodiscard]] bool set_debug_id(Context &context, std::span<const std::uint8_t> bytes) {
     if (!detail::assign(context.get(), raw().tns_debug_id, bytes, has(tns__control_has_debug_id))) return false;
     mark(tns__control_has_debug_id);
@@ -242,7 +206,7 @@ public:
   }
 
   List<imscodec::debugevent::session> session() const { return List<imscodec::debugevent::session>(raw().tns_session); }
-  [[nodiscard]] std::optional<imscodec::debugevent::session> add_session(Context &context) {
+  [[nodiscard]] Optional<imscodec::debugevent::session> add_session(Context &context) {
     return detail::appendRecord<imscodec::debugevent::session>(context.get(), raw().tns_session);
   }
 
@@ -262,7 +226,7 @@ public:
   }
 
   List<imscodec::debugevent::debugconfig> debugconfig() const { return List<imscodec::debugevent::debugconfig>(raw().tns_debugconfig); }
-  [[nodiscard]] std::optional<imscodec::debugevent::debugconfig> add_debugconfig(Context &context) {
+  [[nodiscard]] Optional<imscodec::debugevent::debugconfig> add_debugconfig(Context &context) {
     return detail::appendRecord<imscodec::debugevent::debugconfig>(context.get(), raw().tns_debugconfig);
   }
 

@@ -41,17 +41,11 @@ public:
     return detail::assign(context.get(), raw().value, text, true);
   }
 
-  std::optional<imscodec::dialoginfo::state_event> event() const {
-    if (!has(tns__state_has_event)) return std::nullopt;
-    return static_cast<imscodec::dialoginfo::state_event>(raw().tns_event);
-  }
+  Optional<imscodec::dialoginfo::state_event> event() const { return {has(tns__state_has_event), &raw().tns_event}; }
   void set_event(imscodec::dialoginfo::state_event value) { raw().tns_event = static_cast<std::uint16_t>(value); mark(tns__state_has_event); }
   void clear_event() { unmark(tns__state_has_event); }
 
-  std::optional<std::uint16_t> code() const {
-    if (!has(tns__state_has_code)) return std::nullopt;
-    return raw().tns_code;
-  }
+  Optional<std::uint16_t> code() const { return {has(tns__state_has_code), &raw().tns_code}; }
   void set_code(std::uint16_t value) { raw().tns_code = value; mark(tns__state_has_code); }
   void clear_code() { unmark(tns__state_has_code); }
 
@@ -106,10 +100,7 @@ public:
     return detail::assign(context.get(), raw().value, text, true);
   }
 
-  std::optional<std::string_view> display_name() const {
-    if (!has(tns_nameaddr_has_display_name)) return std::nullopt;
-    return textOf(raw().tns_display_name);
-  }
+  Optional<std::string_view> display_name() const { return {has(tns_nameaddr_has_display_name), &raw().tns_display_name}; }
   [[nodiscard]] bool set_display_name(Context &context, std::string_view text) {
     if (!detail::assign(context.get(), raw().tns_display_name, text, has(tns_nameaddr_has_display_name))) return false;
     mark(tns_nameaddr_has_display_name);
@@ -181,7 +172,7 @@ public:
   }
 
   List<imscodec::dialoginfo::participant_target_param> param() const { return List<imscodec::dialoginfo::participant_target_param>(raw().tns_param); }
-  [[nodiscard]] std::optional<imscodec::dialoginfo::participant_target_param> add_param(Context &context) {
+  [[nodiscard]] Optional<imscodec::dialoginfo::participant_target_param> add_param(Context &context) {
     return detail::appendRecord<imscodec::dialoginfo::participant_target_param>(context.get(), raw().tns_param);
   }
 
@@ -230,10 +221,7 @@ public:
     QxMemFree_tns_participant(ctx, record);
   }
 
-  std::optional<imscodec::dialoginfo::nameaddr> identity() const {
-    if (!has(tns_participant_has_identity)) return std::nullopt;
-    return imscodec::dialoginfo::nameaddr(raw().tns_identity);
-  }
+  Optional<imscodec::dialoginfo::nameaddr> identity() const { return {has(tns_participant_has_identity), &raw().tns_identity}; }
   imscodec::dialoginfo::nameaddr make_identity(Context &context) {
     if (!has(tns_participant_has_identity)) imscodec::dialoginfo::nameaddr::initialise(context.get(), &raw().tns_identity);
     mark(tns_participant_has_identity);
@@ -244,10 +232,7 @@ public:
     unmark(tns_participant_has_identity);
   }
 
-  std::optional<imscodec::dialoginfo::participant_target> target() const {
-    if (!has(tns_participant_has_target)) return std::nullopt;
-    return imscodec::dialoginfo::participant_target(raw().tns_target);
-  }
+  Optional<imscodec::dialoginfo::participant_target> target() const { return {has(tns_participant_has_target), &raw().tns_target}; }
   imscodec::dialoginfo::participant_target make_target(Context &context) {
     if (!has(tns_participant_has_target)) imscodec::dialoginfo::participant_target::initialise(context.get(), &raw().tns_target);
     mark(tns_participant_has_target);
@@ -258,10 +243,7 @@ public:
     unmark(tns_participant_has_target);
   }
 
-  std::optional<imscodec::dialoginfo::sessd> session_description() const {
-    if (!has(tns_participant_has_session_description)) return std::nullopt;
-    return imscodec::dialoginfo::sessd(raw().tns_session_description);
-  }
+  Optional<imscodec::dialoginfo::sessd> session_description() const { return {has(tns_participant_has_session_description), &raw().tns_session_description}; }
   imscodec::dialoginfo::sessd make_session_description(Context &context) {
     if (!has(tns_participant_has_session_description)) imscodec::dialoginfo::sessd::initialise(context.get(), &raw().tns_session_description);
     mark(tns_participant_has_session_description);
@@ -272,10 +254,7 @@ public:
     unmark(tns_participant_has_session_description);
   }
 
-  std::optional<std::uint32_t> cseq() const {
-    if (!has(tns_participant_has_cseq)) return std::nullopt;
-    return raw().tns_cseq;
-  }
+  Optional<std::uint32_t> cseq() const { return {has(tns_participant_has_cseq), &raw().tns_cseq}; }
   void set_cseq(std::uint32_t value) { raw().tns_cseq = value; mark(tns_participant_has_cseq); }
   void clear_cseq() { unmark(tns_participant_has_cseq); }
 
@@ -303,17 +282,11 @@ public:
 
   imscodec::dialoginfo::state state() const { return imscodec::dialoginfo::state(raw().tns_state); }
 
-  std::optional<std::uint32_t> duration() const {
-    if (!has(tns__dialog_has_duration)) return std::nullopt;
-    return raw().tns_duration;
-  }
+  Optional<std::uint32_t> duration() const { return {has(tns__dialog_has_duration), &raw().tns_duration}; }
   void set_duration(std::uint32_t value) { raw().tns_duration = value; mark(tns__dialog_has_duration); }
   void clear_duration() { unmark(tns__dialog_has_duration); }
 
-  std::optional<imscodec::dialoginfo::dialog_replaces> replaces() const {
-    if (!has(tns__dialog_has_replaces)) return std::nullopt;
-    return imscodec::dialoginfo::dialog_replaces(raw().tns_replaces);
-  }
+  Optional<imscodec::dialoginfo::dialog_replaces> replaces() const { return {has(tns__dialog_has_replaces), &raw().tns_replaces}; }
   imscodec::dialoginfo::dialog_replaces make_replaces(Context &context) {
     if (!has(tns__dialog_has_replaces)) imscodec::dialoginfo::dialog_replaces::initialise(context.get(), &raw().tns_replaces);
     mark(tns__dialog_has_replaces);
@@ -324,10 +297,7 @@ public:
     unmark(tns__dialog_has_replaces);
   }
 
-  std::optional<imscodec::dialoginfo::nameaddr> referred_by() const {
-    if (!has(tns__dialog_has_referred_by)) return std::nullopt;
-    return imscodec::dialoginfo::nameaddr(raw().tns_referred_by);
-  }
+  Optional<imscodec::dialoginfo::nameaddr> referred_by() const { return {has(tns__dialog_has_referred_by), &raw().tns_referred_by}; }
   imscodec::dialoginfo::nameaddr make_referred_by(Context &context) {
     if (!has(tns__dialog_has_referred_by)) imscodec::dialoginfo::nameaddr::initialise(context.get(), &raw().tns_referred_by);
     mark(tns__dialog_has_referred_by);
@@ -338,10 +308,7 @@ public:
     unmark(tns__dialog_has_referred_by);
   }
 
-  std::optional<imscodec::dialoginfo::dialog_route_set> route_set() const {
-    if (!has(tns__dialog_has_route_set)) return std::nullopt;
-    return imscodec::dialoginfo::dialog_route_set(raw().tns_route_set);
-  }
+  Optional<imscodec::dialoginfo::dialog_route_set> route_set() const { return {has(tns__dialog_has_route_set), &raw().tns_route_set}; }
   imscodec::dialoginfo::dialog_route_set make_route_set(Context &context) {
     if (!has(tns__dialog_has_route_set)) imscodec::dialoginfo::dialog_route_set::initialise(context.get(), &raw().tns_route_set);
     mark(tns__dialog_has_route_set);
@@ -352,10 +319,7 @@ public:
     unmark(tns__dialog_has_route_set);
   }
 
-  std::optional<imscodec::dialoginfo::participant> local() const {
-    if (!has(tns__dialog_has_local)) return std::nullopt;
-    return imscodec::dialoginfo::participant(raw().tns_local);
-  }
+  Optional<imscodec::dialoginfo::participant> local() const { return {has(tns__dialog_has_local), &raw().tns_local}; }
   imscodec::dialoginfo::participant make_local(Context &context) {
     if (!has(tns__dialog_has_local)) imscodec::dialoginfo::participant::initialise(context.get(), &raw().tns_local);
     mark(tns__dialog_has_local);
@@ -366,10 +330,7 @@ public:
     unmark(tns__dialog_has_local);
   }
 
-  std::optional<imscodec::dialoginfo::participant> remote() const {
-    if (!has(tns__dialog_has_remote)) return std::nullopt;
-    return imscodec::dialoginfo::participant(raw().tns_remote);
-  }
+  Optional<imscodec::dialoginfo::participant> remote() const { return {has(tns__dialog_has_remote), &raw().tns_remote}; }
   imscodec::dialoginfo::participant make_remote(Context &context) {
     if (!has(tns__dialog_has_remote)) imscodec::dialoginfo::participant::initialise(context.get(), &raw().tns_remote);
     mark(tns__dialog_has_remote);
@@ -390,10 +351,7 @@ public:
     return detail::assign(context.get(), raw().tns_id, text, true);
   }
 
-  std::optional<std::string_view> call_id() const {
-    if (!has(tns__dialog_has_call_id)) return std::nullopt;
-    return textOf(raw().tns_call_id);
-  }
+  Optional<std::string_view> call_id() const { return {has(tns__dialog_has_call_id), &raw().tns_call_id}; }
   [[nodiscard]] bool set_call_id(Context &context, std::string_view text) {
     if (!detail::assign(context.get(), raw().tns_call_id, text, has(tns__dialog_has_call_id))) return false;
     mark(tns__dialog_has_call_id);
@@ -404,10 +362,7 @@ public:
     unmark(tns__dialog_has_call_id);
   }
 
-  std::optional<std::string_view> local_tag() const {
-    if (!has(tns__dialog_has_local_tag)) return std::nullopt;
-    return textOf(raw().tns_local_tag);
-  }
+  Optional<std::string_view> local_tag() const { return {has(tns__dialog_has_local_tag), &raw().tns_local_tag}; }
   [[nodiscard]] bool set_local_tag(Context &context, std::string_view text) {
     if (!detail::assign(context.get(), raw().tns_local_tag, text, has(tns__dialog_has_local_tag))) return false;
     mark(tns__dialog_has_local_tag);
@@ -418,10 +373,7 @@ public:
     unmark(tns__dialog_has_local_tag);
   }
 
-  std::optional<std::string_view> remote_tag() const {
-    if (!has(tns__dialog_has_remote_tag)) return std::nullopt;
-    return textOf(raw().tns_remote_tag);
-  }
+  Optional<std::string_view> remote_tag() const { return {has(tns__dialog_has_remote_tag), &raw().tns_remote_tag}; }
   [[nodiscard]] bool set_remote_tag(Context &context, std::string_view text) {
     if (!detail::assign(context.get(), raw().tns_remote_tag, text, has(tns__dialog_has_remote_tag))) return false;
     mark(tns__dialog_has_remote_tag);
@@ -432,10 +384,7 @@ public:
     unmark(tns__dialog_has_remote_tag);
   }
 
-  std::optional<imscodec::dialoginfo::dialog_direction> direction() const {
-    if (!has(tns__dialog_has_direction)) return std::nullopt;
-    return static_cast<imscodec::dialoginfo::dialog_direction>(raw().tns_direction);
-  }
+  Optional<imscodec::dialoginfo::dialog_direction> direction() const { return {has(tns__dialog_has_direction), &raw().tns_direction}; }
   void set_direction(imscodec::dialoginfo::dialog_direction value) { raw().tns_direction = static_cast<std::uint16_t>(value); mark(tns__dialog_has_direction); }
   void clear_direction() { unmark(tns__dialog_has_direction); }
 };
@@ -455,7 +404,7 @@ public:
   }
 
   List<imscodec::dialoginfo::dialog> dialog() const { return List<imscodec::dialoginfo::dialog>(raw().tns_dialog); }
-  [[nodiscard]] std::optional<imscodec::dialoginfo::dialog> add_dialog(Context &context) {
+  [[nodiscard]] Optional<imscodec::dialoginfo::dialog> add_dialog(Context &context) {
     return detail::appendRecord<imscodec::dialoginfo::dialog>(context.get(), raw().tns_dialog);
   }
 

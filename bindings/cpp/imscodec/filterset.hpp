@@ -52,7 +52,7 @@ public:
   }
 
   List<imscodec::filterset::NSBinding> ns_binding() const { return List<imscodec::filterset::NSBinding>(raw().ns_binding); }
-  [[nodiscard]] std::optional<imscodec::filterset::NSBinding> add_ns_binding(Context &context) {
+  [[nodiscard]] Optional<imscodec::filterset::NSBinding> add_ns_binding(Context &context) {
     return detail::appendRecord<imscodec::filterset::NSBinding>(context.get(), raw().ns_binding);
   }
 };
@@ -71,10 +71,7 @@ public:
     return detail::assign(context.get(), raw().value, text, true);
   }
 
-  std::optional<imscodec::filterset::TypeType> type() const {
-    if (!has(InclType_has_type)) return std::nullopt;
-    return static_cast<imscodec::filterset::TypeType>(raw().type);
-  }
+  Optional<imscodec::filterset::TypeType> type() const { return {has(InclType_has_type), &raw().type}; }
   void set_type(imscodec::filterset::TypeType value) { raw().type = static_cast<std::uint16_t>(value); mark(InclType_has_type); }
   void clear_type() { unmark(InclType_has_type); }
 
@@ -103,10 +100,7 @@ public:
     return detail::assign(context.get(), raw().value, text, true);
   }
 
-  std::optional<imscodec::filterset::TypeType> type() const {
-    if (!has(ExclType_has_type)) return std::nullopt;
-    return static_cast<imscodec::filterset::TypeType>(raw().type);
-  }
+  Optional<imscodec::filterset::TypeType> type() const { return {has(ExclType_has_type), &raw().type}; }
   void set_type(imscodec::filterset::TypeType value) { raw().type = static_cast<std::uint16_t>(value); mark(ExclType_has_type); }
   void clear_type() { unmark(ExclType_has_type); }
 
@@ -131,12 +125,12 @@ public:
   }
 
   List<imscodec::filterset::InclType> include() const { return List<imscodec::filterset::InclType>(raw().include); }
-  [[nodiscard]] std::optional<imscodec::filterset::InclType> add_include(Context &context) {
+  [[nodiscard]] Optional<imscodec::filterset::InclType> add_include(Context &context) {
     return detail::appendRecord<imscodec::filterset::InclType>(context.get(), raw().include);
   }
 
   List<imscodec::filterset::ExclType> exclude() const { return List<imscodec::filterset::ExclType>(raw().exclude); }
-  [[nodiscard]] std::optional<imscodec::filterset::ExclType> add_exclude(Context &context) {
+  [[nodiscard]] Optional<imscodec::filterset::ExclType> add_exclude(Context &context) {
     return detail::appendRecord<imscodec::filterset::ExclType>(context.get(), raw().exclude);
   }
 
@@ -160,10 +154,7 @@ public:
     return detail::assign(context.get(), raw().value, text, true);
   }
 
-  std::optional<std::string_view> from() const {
-    if (!has(ChangedType_has_from)) return std::nullopt;
-    return textOf(raw().from);
-  }
+  Optional<std::string_view> from() const { return {has(ChangedType_has_from), &raw().from}; }
   [[nodiscard]] bool set_from(Context &context, std::string_view text) {
     if (!detail::assign(context.get(), raw().from, text, has(ChangedType_has_from))) return false;
     mark(ChangedType_has_from);
@@ -174,10 +165,7 @@ public:
     unmark(ChangedType_has_from);
   }
 
-  std::optional<std::string_view> to() const {
-    if (!has(ChangedType_has_to)) return std::nullopt;
-    return textOf(raw().to);
-  }
+  Optional<std::string_view> to() const { return {has(ChangedType_has_to), &raw().to}; }
   [[nodiscard]] bool set_to(Context &context, std::string_view text) {
     if (!detail::assign(context.get(), raw().to, text, has(ChangedType_has_to))) return false;
     mark(ChangedType_has_to);
@@ -188,10 +176,7 @@ public:
     unmark(ChangedType_has_to);
   }
 
-  std::optional<double> by() const {
-    if (!has(ChangedType_has_by)) return std::nullopt;
-    return raw().by;
-  }
+  Optional<double> by() const { return {has(ChangedType_has_by), &raw().by}; }
   void set_by(double value) { raw().by = value; mark(ChangedType_has_by); }
   void clear_by() { unmark(ChangedType_has_by); }
 
@@ -216,7 +201,7 @@ public:
   }
 
   List<imscodec::filterset::ChangedType> changed() const { return List<imscodec::filterset::ChangedType>(raw().changed); }
-  [[nodiscard]] std::optional<imscodec::filterset::ChangedType> add_changed(Context &context) {
+  [[nodiscard]] Optional<imscodec::filterset::ChangedType> add_changed(Context &context) {
     return detail::appendRecord<imscodec::filterset::ChangedType>(context.get(), raw().changed);
   }
 
@@ -245,10 +230,7 @@ public:
     QxMemFree_FilterType(ctx, record);
   }
 
-  std::optional<imscodec::filterset::WhatType> what() const {
-    if (!has(FilterType_has_what)) return std::nullopt;
-    return imscodec::filterset::WhatType(raw().what);
-  }
+  Optional<imscodec::filterset::WhatType> what() const { return {has(FilterType_has_what), &raw().what}; }
   imscodec::filterset::WhatType make_what(Context &context) {
     if (!has(FilterType_has_what)) imscodec::filterset::WhatType::initialise(context.get(), &raw().what);
     mark(FilterType_has_what);
@@ -260,7 +242,7 @@ public:
   }
 
   List<imscodec::filterset::TriggerType> trigger() const { return List<imscodec::filterset::TriggerType>(raw().trigger); }
-  [[nodiscard]] std::optional<imscodec::filterset::TriggerType> add_trigger(Context &context) {
+  [[nodiscard]] Optional<imscodec::filterset::TriggerType> add_trigger(Context &context) {
     return detail::appendRecord<imscodec::filterset::TriggerType>(context.get(), raw().trigger);
   }
 
@@ -274,10 +256,7 @@ public:
     return detail::assign(context.get(), raw().id, text, true);
   }
 
-  std::optional<std::string_view> uri() const {
-    if (!has(FilterType_has_uri)) return std::nullopt;
-    return textOf(raw().uri);
-  }
+  Optional<std::string_view> uri() const { return {has(FilterType_has_uri), &raw().uri}; }
   [[nodiscard]] bool set_uri(Context &context, std::string_view text) {
     if (!detail::assign(context.get(), raw().uri, text, has(FilterType_has_uri))) return false;
     mark(FilterType_has_uri);
@@ -288,10 +267,7 @@ public:
     unmark(FilterType_has_uri);
   }
 
-  std::optional<std::string_view> domain() const {
-    if (!has(FilterType_has_domain)) return std::nullopt;
-    return textOf(raw().domain);
-  }
+  Optional<std::string_view> domain() const { return {has(FilterType_has_domain), &raw().domain}; }
   [[nodiscard]] bool set_domain(Context &context, std::string_view text) {
     if (!detail::assign(context.get(), raw().domain, text, has(FilterType_has_domain))) return false;
     mark(FilterType_has_domain);
@@ -302,17 +278,11 @@ public:
     unmark(FilterType_has_domain);
   }
 
-  std::optional<bool> remove_() const {
-    if (!has(FilterType_has_remove)) return std::nullopt;
-    return raw().remove_;
-  }
+  Optional<bool> remove_() const { return {has(FilterType_has_remove), &raw().remove_}; }
   void set_remove_(bool value) { raw().remove_ = value; mark(FilterType_has_remove); }
   void clear_remove_() { unmark(FilterType_has_remove); }
 
-  std::optional<bool> enabled() const {
-    if (!has(FilterType_has_enabled)) return std::nullopt;
-    return raw().enabled;
-  }
+  Optional<bool> enabled() const { return {has(FilterType_has_enabled), &raw().enabled}; }
   void set_enabled(bool value) { raw().enabled = value; mark(FilterType_has_enabled); }
   void clear_enabled() { unmark(FilterType_has_enabled); }
 
@@ -336,10 +306,7 @@ public:
     QxMemFree_FilterSetType(ctx, record);
   }
 
-  std::optional<imscodec::filterset::NSBindings> ns_bindings() const {
-    if (!has(FilterSetType_has_ns_bindings)) return std::nullopt;
-    return imscodec::filterset::NSBindings(raw().ns_bindings);
-  }
+  Optional<imscodec::filterset::NSBindings> ns_bindings() const { return {has(FilterSetType_has_ns_bindings), &raw().ns_bindings}; }
   imscodec::filterset::NSBindings make_ns_bindings(Context &context) {
     if (!has(FilterSetType_has_ns_bindings)) imscodec::filterset::NSBindings::initialise(context.get(), &raw().ns_bindings);
     mark(FilterSetType_has_ns_bindings);
@@ -351,14 +318,11 @@ public:
   }
 
   List<imscodec::filterset::FilterType> filter() const { return List<imscodec::filterset::FilterType>(raw().filter); }
-  [[nodiscard]] std::optional<imscodec::filterset::FilterType> add_filter(Context &context) {
+  [[nodiscard]] Optional<imscodec::filterset::FilterType> add_filter(Context &context) {
     return detail::appendRecord<imscodec::filterset::FilterType>(context.get(), raw().filter);
   }
 
-  std::optional<std::string_view> package_() const {
-    if (!has(FilterSetType_has_package)) return std::nullopt;
-    return textOf(raw().package_);
-  }
+  Optional<std::string_view> package_() const { return {has(FilterSetType_has_package), &raw().package_}; }
   [[nodiscard]] bool set_package_(Context &context, std::string_view text) {
     if (!detail::assign(context.get(), raw().package_, text, has(FilterSetType_has_package))) return false;
     mark(FilterSetType_has_package);

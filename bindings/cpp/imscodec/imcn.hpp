@@ -63,19 +63,13 @@ public:
     }
   }
 
-  std::optional<imscodec::imcn::tAlternativeService> alternative_service() const {
-    if (raw().t != tIMS3GPP_1_alternative_service) return std::nullopt;
-    return imscodec::imcn::tAlternativeService(raw().u.alternative_service);
-  }
+  Optional<imscodec::imcn::tAlternativeService> alternative_service() const { return {raw().t == tIMS3GPP_1_alternative_service, &raw().u.alternative_service}; }
   imscodec::imcn::tAlternativeService choose_alternative_service(Context &context) {
     choose(context, tIMS3GPP_1_alternative_service);
     imscodec::imcn::tAlternativeService::initialise(context.get(), &raw().u.alternative_service);
     return imscodec::imcn::tAlternativeService(raw().u.alternative_service);
   }
-  std::optional<std::string_view> service_info() const {
-    if (raw().t != tIMS3GPP_1_service_info) return std::nullopt;
-    return textOf(raw().u.service_info);
-  }
+  Optional<std::string_view> service_info() const { return {raw().t == tIMS3GPP_1_service_info, &raw().u.service_info}; }
   [[nodiscard]] bool choose_service_info(Context &context, std::string_view text) {
     RtxXmlString copy{};
     if (!detail::assign(context.get(), copy, text, false)) return false;

@@ -21,10 +21,7 @@ public:
     return detail::assign(context.get(), raw().tns_state, text, true);
   }
 
-  std::optional<std::string_view> lastactive() const {
-    if (!has(tns__isComposing_has_lastactive)) return std::nullopt;
-    return textOf(raw().tns_lastactive);
-  }
+  Optional<std::string_view> lastactive() const { return {has(tns__isComposing_has_lastactive), &raw().tns_lastactive}; }
   [[nodiscard]] bool set_lastactive(Context &context, std::string_view text) {
     if (!detail::assign(context.get(), raw().tns_lastactive, text, has(tns__isComposing_has_lastactive))) return false;
     mark(tns__isComposing_has_lastactive);
@@ -35,10 +32,7 @@ public:
     unmark(tns__isComposing_has_lastactive);
   }
 
-  std::optional<std::string_view> contenttype() const {
-    if (!has(tns__isComposing_has_contenttype)) return std::nullopt;
-    return textOf(raw().tns_contenttype);
-  }
+  Optional<std::string_view> contenttype() const { return {has(tns__isComposing_has_contenttype), &raw().tns_contenttype}; }
   [[nodiscard]] bool set_contenttype(Context &context, std::string_view text) {
     if (!detail::assign(context.get(), raw().tns_contenttype, text, has(tns__isComposing_has_contenttype))) return false;
     mark(tns__isComposing_has_contenttype);
@@ -49,10 +43,7 @@ public:
     unmark(tns__isComposing_has_contenttype);
   }
 
-  std::optional<std::uint32_t> refresh() const {
-    if (!has(tns__isComposing_has_refresh)) return std::nullopt;
-    return raw().tns_refresh;
-  }
+  Optional<std::uint32_t> refresh() const { return {has(tns__isComposing_has_refresh), &raw().tns_refresh}; }
   void set_refresh(std::uint32_t value) { raw().tns_refresh = value; mark(tns__isComposing_has_refresh); }
   void clear_refresh() { unmark(tns__isComposing_has_refresh); }
 

@@ -146,10 +146,7 @@ public:
     QxMemFree_entityType(ctx, record);
   }
 
-  std::optional<imscodec::pocsettings::isbSettingType> isb_settings() const {
-    if (!has(entityType_has_isb_settings)) return std::nullopt;
-    return imscodec::pocsettings::isbSettingType(raw().isb_settings);
-  }
+  Optional<imscodec::pocsettings::isbSettingType> isb_settings() const { return {has(entityType_has_isb_settings), &raw().isb_settings}; }
   imscodec::pocsettings::isbSettingType make_isb_settings(Context &context) {
     if (!has(entityType_has_isb_settings)) imscodec::pocsettings::isbSettingType::initialise(context.get(), &raw().isb_settings);
     mark(entityType_has_isb_settings);
@@ -160,10 +157,7 @@ public:
     unmark(entityType_has_isb_settings);
   }
 
-  std::optional<imscodec::pocsettings::amSettingType> am_settings() const {
-    if (!has(entityType_has_am_settings)) return std::nullopt;
-    return imscodec::pocsettings::amSettingType(raw().am_settings);
-  }
+  Optional<imscodec::pocsettings::amSettingType> am_settings() const { return {has(entityType_has_am_settings), &raw().am_settings}; }
   imscodec::pocsettings::amSettingType make_am_settings(Context &context) {
     if (!has(entityType_has_am_settings)) imscodec::pocsettings::amSettingType::initialise(context.get(), &raw().am_settings);
     mark(entityType_has_am_settings);
@@ -174,10 +168,7 @@ public:
     unmark(entityType_has_am_settings);
   }
 
-  std::optional<imscodec::pocsettings::ipabSettingType> ipab_settings() const {
-    if (!has(entityType_has_ipab_settings)) return std::nullopt;
-    return imscodec::pocsettings::ipabSettingType(raw().ipab_settings);
-  }
+  Optional<imscodec::pocsettings::ipabSettingType> ipab_settings() const { return {has(entityType_has_ipab_settings), &raw().ipab_settings}; }
   imscodec::pocsettings::ipabSettingType make_ipab_settings(Context &context) {
     if (!has(entityType_has_ipab_settings)) imscodec::pocsettings::ipabSettingType::initialise(context.get(), &raw().ipab_settings);
     mark(entityType_has_ipab_settings);
@@ -188,10 +179,7 @@ public:
     unmark(entityType_has_ipab_settings);
   }
 
-  std::optional<imscodec::pocsettings::sssSettingType> sss_settings() const {
-    if (!has(entityType_has_sss_settings)) return std::nullopt;
-    return imscodec::pocsettings::sssSettingType(raw().sss_settings);
-  }
+  Optional<imscodec::pocsettings::sssSettingType> sss_settings() const { return {has(entityType_has_sss_settings), &raw().sss_settings}; }
   imscodec::pocsettings::sssSettingType make_sss_settings(Context &context) {
     if (!has(entityType_has_sss_settings)) imscodec::pocsettings::sssSettingType::initialise(context.get(), &raw().sss_settings);
     mark(entityType_has_sss_settings);
@@ -228,7 +216,7 @@ public:
   }
 
   List<imscodec::pocsettings::entityType> entity() const { return List<imscodec::pocsettings::entityType>(raw().entity); }
-  [[nodiscard]] std::optional<imscodec::pocsettings::entityType> add_entity(Context &context) {
+  [[nodiscard]] Optional<imscodec::pocsettings::entityType> add_entity(Context &context) {
     return detail::appendRecord<imscodec::pocsettings::entityType>(context.get(), raw().entity);
   }
 

@@ -16,10 +16,7 @@ public:
     QxMemFree_cp_oneType(ctx, record);
   }
 
-  std::optional<Foreign> any() const {
-    if (!has(cp_oneType_has_any)) return std::nullopt;
-    return Foreign{textOf(raw().cp__any)};
-  }
+  Optional<Foreign> any() const { return {has(cp_oneType_has_any), &raw().cp__any}; }
   [[nodiscard]] bool set_any(Context &context, std::string_view xml) {
     if (!detail::assign(context.get(), raw().cp__any, xml, has(cp_oneType_has_any))) return false;
     mark(cp_oneType_has_any);
@@ -50,10 +47,7 @@ public:
     sweep(ctx, record);
   }
 
-  std::optional<std::string_view> domain() const {
-    if (!has(cp_exceptType_has_domain)) return std::nullopt;
-    return textOf(raw().cp_domain);
-  }
+  Optional<std::string_view> domain() const { return {has(cp_exceptType_has_domain), &raw().cp_domain}; }
   [[nodiscard]] bool set_domain(Context &context, std::string_view text) {
     if (!detail::assign(context.get(), raw().cp_domain, text, has(cp_exceptType_has_domain))) return false;
     mark(cp_exceptType_has_domain);
@@ -64,10 +58,7 @@ public:
     unmark(cp_exceptType_has_domain);
   }
 
-  std::optional<std::string_view> id() const {
-    if (!has(cp_exceptType_has_id)) return std::nullopt;
-    return textOf(raw().cp_id);
-  }
+  Optional<std::string_view> id() const { return {has(cp_exceptType_has_id), &raw().cp_id}; }
   [[nodiscard]] bool set_id(Context &context, std::string_view text) {
     if (!detail::assign(context.get(), raw().cp_id, text, has(cp_exceptType_has_id))) return false;
     mark(cp_exceptType_has_id);
@@ -110,19 +101,13 @@ public:
     }
   }
 
-  std::optional<imscodec::ruleset::exceptType> except() const {
-    if (raw().t != cp_manyType_1_except) return std::nullopt;
-    return imscodec::ruleset::exceptType(raw().u.cp_except);
-  }
+  Optional<imscodec::ruleset::exceptType> except() const { return {raw().t == cp_manyType_1_except, &raw().u.cp_except}; }
   imscodec::ruleset::exceptType choose_except(Context &context) {
     choose(context, cp_manyType_1_except);
     imscodec::ruleset::exceptType::initialise(context.get(), &raw().u.cp_except);
     return imscodec::ruleset::exceptType(raw().u.cp_except);
   }
-  std::optional<Foreign> any() const {
-    if (raw().t != cp_manyType_1_any) return std::nullopt;
-    return Foreign{textOf(raw().u.cp__any)};
-  }
+  Optional<Foreign> any() const { return {raw().t == cp_manyType_1_any, &raw().u.cp__any}; }
   [[nodiscard]] bool choose_any(Context &context, std::string_view text) {
     RtxXmlString copy{};
     if (!detail::assign(context.get(), copy, text, false)) return false;
@@ -155,14 +140,11 @@ public:
   }
 
   List<imscodec::ruleset::manyType_1> choice() const { return List<imscodec::ruleset::manyType_1>(raw().cp__choice); }
-  [[nodiscard]] std::optional<imscodec::ruleset::manyType_1> add_choice(Context &context) {
+  [[nodiscard]] Optional<imscodec::ruleset::manyType_1> add_choice(Context &context) {
     return detail::appendRecord<imscodec::ruleset::manyType_1>(context.get(), raw().cp__choice);
   }
 
-  std::optional<std::string_view> domain() const {
-    if (!has(cp_manyType_has_domain)) return std::nullopt;
-    return textOf(raw().cp_domain);
-  }
+  Optional<std::string_view> domain() const { return {has(cp_manyType_has_domain), &raw().cp_domain}; }
   [[nodiscard]] bool set_domain(Context &context, std::string_view text) {
     if (!detail::assign(context.get(), raw().cp_domain, text, has(cp_manyType_has_domain))) return false;
     mark(cp_manyType_has_domain);
@@ -207,28 +189,19 @@ public:
     }
   }
 
-  std::optional<imscodec::ruleset::oneType> one() const {
-    if (raw().t != cp_identityType_1_one) return std::nullopt;
-    return imscodec::ruleset::oneType(raw().u.cp_one);
-  }
+  Optional<imscodec::ruleset::oneType> one() const { return {raw().t == cp_identityType_1_one, &raw().u.cp_one}; }
   imscodec::ruleset::oneType choose_one(Context &context) {
     choose(context, cp_identityType_1_one);
     imscodec::ruleset::oneType::initialise(context.get(), &raw().u.cp_one);
     return imscodec::ruleset::oneType(raw().u.cp_one);
   }
-  std::optional<imscodec::ruleset::manyType> many() const {
-    if (raw().t != cp_identityType_1_many) return std::nullopt;
-    return imscodec::ruleset::manyType(raw().u.cp_many);
-  }
+  Optional<imscodec::ruleset::manyType> many() const { return {raw().t == cp_identityType_1_many, &raw().u.cp_many}; }
   imscodec::ruleset::manyType choose_many(Context &context) {
     choose(context, cp_identityType_1_many);
     imscodec::ruleset::manyType::initialise(context.get(), &raw().u.cp_many);
     return imscodec::ruleset::manyType(raw().u.cp_many);
   }
-  std::optional<Foreign> any() const {
-    if (raw().t != cp_identityType_1_any) return std::nullopt;
-    return Foreign{textOf(raw().u.cp__any)};
-  }
+  Optional<Foreign> any() const { return {raw().t == cp_identityType_1_any, &raw().u.cp__any}; }
   [[nodiscard]] bool choose_any(Context &context, std::string_view text) {
     RtxXmlString copy{};
     if (!detail::assign(context.get(), copy, text, false)) return false;
@@ -261,7 +234,7 @@ public:
   }
 
   List<imscodec::ruleset::identityType_1> items() const { return List<imscodec::ruleset::identityType_1>(raw().items); }
-  [[nodiscard]] std::optional<imscodec::ruleset::identityType_1> add_items(Context &context) {
+  [[nodiscard]] Optional<imscodec::ruleset::identityType_1> add_items(Context &context) {
     return detail::appendRecord<imscodec::ruleset::identityType_1>(context.get(), raw().items);
   }
 };
@@ -341,37 +314,25 @@ public:
     }
   }
 
-  std::optional<imscodec::ruleset::identityType> identity() const {
-    if (raw().t != cp_conditionsType_1_identity) return std::nullopt;
-    return imscodec::ruleset::identityType(raw().u.cp_identity);
-  }
+  Optional<imscodec::ruleset::identityType> identity() const { return {raw().t == cp_conditionsType_1_identity, &raw().u.cp_identity}; }
   imscodec::ruleset::identityType choose_identity(Context &context) {
     choose(context, cp_conditionsType_1_identity);
     imscodec::ruleset::identityType::initialise(context.get(), &raw().u.cp_identity);
     return imscodec::ruleset::identityType(raw().u.cp_identity);
   }
-  std::optional<imscodec::ruleset::sphereType> sphere() const {
-    if (raw().t != cp_conditionsType_1_sphere) return std::nullopt;
-    return imscodec::ruleset::sphereType(raw().u.cp_sphere);
-  }
+  Optional<imscodec::ruleset::sphereType> sphere() const { return {raw().t == cp_conditionsType_1_sphere, &raw().u.cp_sphere}; }
   imscodec::ruleset::sphereType choose_sphere(Context &context) {
     choose(context, cp_conditionsType_1_sphere);
     imscodec::ruleset::sphereType::initialise(context.get(), &raw().u.cp_sphere);
     return imscodec::ruleset::sphereType(raw().u.cp_sphere);
   }
-  std::optional<imscodec::ruleset::validityType> validity() const {
-    if (raw().t != cp_conditionsType_1_validity) return std::nullopt;
-    return imscodec::ruleset::validityType(raw().u.cp_validity);
-  }
+  Optional<imscodec::ruleset::validityType> validity() const { return {raw().t == cp_conditionsType_1_validity, &raw().u.cp_validity}; }
   imscodec::ruleset::validityType choose_validity(Context &context) {
     choose(context, cp_conditionsType_1_validity);
     imscodec::ruleset::validityType::initialise(context.get(), &raw().u.cp_validity);
     return imscodec::ruleset::validityType(raw().u.cp_validity);
   }
-  std::optional<List<Foreign>> any() const {
-    if (raw().t != cp_conditionsType_1_any) return std::nullopt;
-    return List<Foreign>(raw().u.cp__any.items);
-  }
+  Optional<List<Foreign>> any() const { return {raw().t == cp_conditionsType_1_any, &raw().u.cp__any.items}; }
   [[nodiscard]] bool add_any(Context &context, std::string_view xml) {
     if (raw().t != cp_conditionsType_1_any) choose(context, cp_conditionsType_1_any);
     return detail::appendText(context.get(), raw().u.cp__any.items, xml);
@@ -401,7 +362,7 @@ public:
   }
 
   List<imscodec::ruleset::conditionsType_1> items() const { return List<imscodec::ruleset::conditionsType_1>(raw().items); }
-  [[nodiscard]] std::optional<imscodec::ruleset::conditionsType_1> add_items(Context &context) {
+  [[nodiscard]] Optional<imscodec::ruleset::conditionsType_1> add_items(Context &context) {
     return detail::appendRecord<imscodec::ruleset::conditionsType_1>(context.get(), raw().items);
   }
 };
@@ -435,10 +396,7 @@ public:
     QxMemFree_cp_ruleType(ctx, record);
   }
 
-  std::optional<imscodec::ruleset::conditionsType> conditions() const {
-    if (!has(cp_ruleType_has_conditions)) return std::nullopt;
-    return imscodec::ruleset::conditionsType(raw().cp_conditions);
-  }
+  Optional<imscodec::ruleset::conditionsType> conditions() const { return {has(cp_ruleType_has_conditions), &raw().cp_conditions}; }
   imscodec::ruleset::conditionsType make_conditions(Context &context) {
     if (!has(cp_ruleType_has_conditions)) imscodec::ruleset::conditionsType::initialise(context.get(), &raw().cp_conditions);
     mark(cp_ruleType_has_conditions);
@@ -449,10 +407,7 @@ public:
     unmark(cp_ruleType_has_conditions);
   }
 
-  std::optional<imscodec::ruleset::extensibleType> actions() const {
-    if (!has(cp_ruleType_has_actions)) return std::nullopt;
-    return imscodec::ruleset::extensibleType(raw().cp_actions);
-  }
+  Optional<imscodec::ruleset::extensibleType> actions() const { return {has(cp_ruleType_has_actions), &raw().cp_actions}; }
   imscodec::ruleset::extensibleType make_actions(Context &context) {
     if (!has(cp_ruleType_has_actions)) imscodec::ruleset::extensibleType::initialise(context.get(), &raw().cp_actions);
     mark(cp_ruleType_has_actions);
@@ -463,10 +418,7 @@ public:
     unmark(cp_ruleType_has_actions);
   }
 
-  std::optional<imscodec::ruleset::extensibleType> transformations() const {
-    if (!has(cp_ruleType_has_transformations)) return std::nullopt;
-    return imscodec::ruleset::extensibleType(raw().cp_transformations);
-  }
+  Optional<imscodec::ruleset::extensibleType> transformations() const { return {has(cp_ruleType_has_transformations), &raw().cp_transformations}; }
   imscodec::ruleset::extensibleType make_transformations(Context &context) {
     if (!has(cp_ruleType_has_transformations)) imscodec::ruleset::extensibleType::initialise(context.get(), &raw().cp_transformations);
     mark(cp_ruleType_has_transformations);
@@ -498,7 +450,7 @@ public:
   }
 
   List<imscodec::ruleset::ruleType> rule() const { return List<imscodec::ruleset::ruleType>(raw().cp_rule); }
-  [[nodiscard]] std::optional<imscodec::ruleset::ruleType> add_rule(Context &context) {
+  [[nodiscard]] Optional<imscodec::ruleset::ruleType> add_rule(Context &context) {
     return detail::appendRecord<imscodec::ruleset::ruleType>(context.get(), raw().cp_rule);
   }
 };

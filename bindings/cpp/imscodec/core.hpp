@@ -499,7 +499,7 @@ inline bool assign(RuntimeContext *ctx, RtxXmlString &member, std::string_view t
 }
 
 inline bool assign(RuntimeContext *ctx, RtxHexBinary &member, std::span<const std::uint8_t> bytes, bool present) {
-  if (bytes.size() > UINT32_MAX) return false;
+  if (!std::in_range<std::uint32_t>(bytes.size())) return false;
   auto *copy = static_cast<std::uint8_t *>(rtxMemHeapAlloc(ctx, bytes.size()));
   if (!copy) return false;
   if (!bytes.empty()) std::memcpy(copy, bytes.data(), bytes.size());
@@ -630,7 +630,7 @@ template <auto decoder, auto encoder, auto validator> struct BytesDocument {
     return decoder(ctx, &value->raw());
   }
   static int encode(RuntimeContext *ctx, std::span<const std::uint8_t> bytes) {
-    if (bytes.size() > UINT32_MAX) return STATUS_LIMIT_EXCEEDED;
+    if (!std::in_range<std::uint32_t>(bytes.size())) return STATUS_LIMIT_EXCEEDED;
     const RtxHexBinary given = {static_cast<std::uint32_t>(bytes.size()), bytes.data()};
     return encoder(ctx, &given);
   }

@@ -124,7 +124,7 @@ TEST(CppRecord, ReleasedLeavesItsTextsToTheHeap) {
 
 TEST(CppRecord, OutlivesAMoveOfItsContext) {
   Context first;
-  auto record = first.decode<isComposing>(good);
+  const auto record = first.decode<isComposing>(good);
   ASSERT_TRUE(record);
   Context second(std::move(first));
   EXPECT_EQ("active", record->state());
@@ -157,7 +157,7 @@ TEST(CppErrors, HaveStatusPlaceAndText) {
 
 TEST(CppErrors, LeaveWhatCouldBeHad) {
   Context context;
-  auto result = context.decode<isComposing>(careless);
+  const auto result = context.decode<isComposing>(careless);
   ASSERT_FALSE(result);
   ASSERT_TRUE(result.partial());
   EXPECT_EQ("active", (*result.partial())->state());

@@ -121,20 +121,25 @@ public:
   const T &operator*() const & { return *value; }
   T &&operator*() && { return *std::move(value); }
 
-  // What T points to if it is a pointer by itself, else its members.
-  decltype(auto) operator->() {
-    if constexpr (requires(T & held) { held.operator->(); }) {
-      return static_cast<T &>(*value);
-    } else {
-      return &*value;
-    }
-  }
+  // To what T points if it is a pointer by itself, else to its members.
+  decltype(auto) operator->() { return arrow(*this); }
+  decltype(auto) operator->() const { return arrow(*this); }
 
   // What could be had in spite of the errors; null if there is nothing.
   T *partial() { return value ? &*value : nullptr; }
+  const T *partial() const { return value ? &*value : nullptr; }
 
 private:
   friend class Context;
+
+  template <class Self> static decltype(auto) arrow(Self &self) {
+    if constexpr (requires(const T &held) { held.operator->(); }) {
+      return (*self.value);
+    } else {
+      return &*self.value;
+    }
+  }
+
   std::optional<T> value;
 };
 

@@ -22,6 +22,8 @@ enum class state : std::uint16_t {
   partial = 1,
 };
 
+using imscodec::text; // found by the type of the code
+
 // tns__start_trigger
 class start_trigger : public View<::tns__start_trigger> {
 public:

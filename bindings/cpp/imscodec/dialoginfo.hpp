@@ -27,6 +27,8 @@ enum class dialog_info_state : std::uint16_t {
   partial = 1,
 };
 
+using imscodec::text; // found by the type of the code
+
 // tns__state
 class state : public View<::tns__state> {
 public:

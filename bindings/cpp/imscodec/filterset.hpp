@@ -12,6 +12,8 @@ enum class TypeType : std::uint16_t {
   namespace_ = 1,
 };
 
+using imscodec::text; // found by the type of the code
+
 // NSBinding
 class NSBinding : public View<::NSBinding> {
 public:

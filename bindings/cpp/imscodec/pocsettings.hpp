@@ -12,6 +12,8 @@ enum class amSettingType_answer_mode : std::uint16_t {
   manual = 1,
 };
 
+using imscodec::text; // found by the type of the code
+
 // isbSettingType_incoming_session_barring
 class isbSettingType_incoming_session_barring : public View<::isbSettingType_incoming_session_barring> {
 public:

@@ -27,7 +27,7 @@ fi
 
 release=$(. /etc/os-release && echo "${VERSION_CODENAME:?not a released Debian}")
 mirror=$(apt-get indextargets --format '$(REPO_URI) $(RELEASE) $(COMPONENT)' 'Created-By: Packages' |
-  awk -v release="$release" '$2 == release && $3 == "main" { print $1; exit }')
+  awk -v release="$release" '!found && $2 == release && $3 == "main" { found = $1 } END { print found }')
 if [ -z "$mirror" ]; then
   echo "$0: apt knows no mirror of $release main" >&2
   exit 1

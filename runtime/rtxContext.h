@@ -17,6 +17,9 @@
 extern "C" {
 #endif
 
+/* The version of the contract that these headers are. It changes with whatever one side must know of the other. */
+#define RTX_CONTRACT_VERSION 1
+
 /* Flags of a context. */
 enum RtxContextFlag {
   NamespacesPreset = 0x400 /* the host has declared the namespaces; prefixed roots declare none */
@@ -65,7 +68,10 @@ struct RuntimeContext {
   RtxTextBuffer buffer;
   uint32_t flags;
   uint8_t state;
-  bool traced;           /* a trace was asked for: handlers then call rtSaxDiagStartFunc and rtSaxDiagEndFunc */
+  bool traced; /* a trace was asked for: handlers then call rtSaxDiagStartFunc and rtSaxDiagEndFunc */
+  /* RTX_CONTRACT_VERSION of the runtime; set by rtxContextCreate. The codec refuses a context with another than it was
+     built for, with STATUS_BAD_CONTEXT. This member and those above stay where they are in every version. */
+  uint16_t contract;
   RtxReaderInfo *reader; /* never null in a context that rtxContextCreate made */
   void *globalData;
   RtxContextRelease globalRelease;

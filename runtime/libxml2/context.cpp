@@ -92,6 +92,7 @@ RtxInternals::RtxInternals(RuntimeContext *owner, const RuntimeOptions &chosen, 
   owner->reader = &readerInfo;
   owner->internals = this;
   owner->signature = rt::signatureOf(owner);
+  owner->contract = RTX_CONTRACT_VERSION;
   owner->traced = chosen.trace != nullptr;
 }
 

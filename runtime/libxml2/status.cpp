@@ -24,7 +24,7 @@ constexpr StatusWording wordings[] = {
     {STATUS_INVALID_UTF8, "text that is not UTF-8 or that XML cannot carry", "", 0},
     {STATUS_MISSING_ATTRIBUTE, "missing attribute", " \"$2\"[ in $1]", 2},
     {STATUS_PARSE_FAILED, "document is not well-formed", ": $1", 1},
-    {STATUS_BAD_CONTEXT, "unusable context", "", 0},
+    {STATUS_BAD_CONTEXT, "unusable context", ": of contract $1 instead of $2", 2},
     {STATUS_WRITE_FAILED, "nothing can be written here", "", 0},
     {STATUS_LIMIT_EXCEEDED, "limit exceeded", ": $1 = $2", 2},
 };

@@ -251,6 +251,7 @@ const MessageRow messageRows[] = {
     {STATUS_MISSING_ATTRIBUTE, {"Dialog", "id"}, "missing attribute \"id\" in Dialog"},
     {STATUS_PARSE_FAILED, {"tag mismatch"}, "document is not well-formed: tag mismatch"},
     {STATUS_BAD_CONTEXT, {}, "unusable context"},
+    {STATUS_BAD_CONTEXT, {"2", "1"}, "unusable context: of contract 2 instead of 1"},
     {STATUS_WRITE_FAILED, {}, "nothing can be written here"},
     {STATUS_LIMIT_EXCEEDED, {"inputLimit", "100"}, "limit exceeded: inputLimit = 100"},
     {STATUS_LIMIT_EXCEEDED, {"inputLimit", "100", "more", "3"}, "limit exceeded: inputLimit = 100 (more, 3)"},

@@ -153,6 +153,7 @@ RuntimeContext *newContext(size_t room) {
   RuntimeContext &ctx = current->context;
   current->room.assign(room + 1, '\0');
   ctx.signature = 1;
+  ctx.contract = RTX_CONTRACT_VERSION;
   ctx.buffer = {current->room.data(), 0, room, false};
   ctx.reader = &current->reader;
   current->reader.text.context = &ctx;

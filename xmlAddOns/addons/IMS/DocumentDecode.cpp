@@ -1,4 +1,5 @@
 // The document decoders and validators: a reader, the root's handler, and what is left of both afterwards.
+#include "Contract.h"
 #include "Engines.h"
 #include "Handler.h"
 #include "rtXmlNamespace.h"
@@ -14,6 +15,10 @@ int wrap(RuntimeContext *ctx, int status, const DocumentSchema &document, File f
 int recordNoReader(RuntimeContext *ctx, const DocumentSchema &document, File file) {
   return rtxErrSetNewData(ctx, STATUS_READER_FAILED, document.module->paths[int(file)],
                           siteLine(document, file, step::reader));
+}
+
+int recordOtherContract(RuntimeContext *ctx, const DocumentSchema &document, File file) {
+  return ims::recordOtherContract(ctx, document.module->paths[int(file)], siteLine(document, file, step::otherContract));
 }
 
 // Element tables mean the module's own table of URIs, whatever the context was used for before.
@@ -78,6 +83,7 @@ int decodeSimple(RuntimeContext *ctx, const DocumentSchema &document, void *valu
 } // namespace
 
 int decodeDocument(RuntimeContext *ctx, const DocumentSchema &document, void *value) {
+  if (!keepsContract(ctx)) return recordOtherContract(ctx, document, File::decoder);
   if (!document.type) return decodeSimple(ctx, document, value);
   const TypeSchema &type = *document.type;
   SaxTypeHandler handler;
@@ -96,6 +102,7 @@ int decodeDocument(RuntimeContext *ctx, const DocumentSchema &document, void *va
 
 int validateDocument(RuntimeContext *ctx, const DocumentSchema &document) {
   if (!document.type) return STATUS_NOT_SUPPORTED;
+  if (!keepsContract(ctx)) return recordOtherContract(ctx, document, File::validators);
   const TypeSchema &type = *document.type;
   VsaxTypeHandler handler;
   RtSaxReader *reader = rtSaxCCreateXmlReader(ctx, &handler, type.validating.startElement, type.validating.endElement,

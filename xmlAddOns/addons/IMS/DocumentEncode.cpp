@@ -1,4 +1,5 @@
 // The document encoders: the frame that every root element shares.
+#include "Contract.h"
 #include "Engines.h"
 #include "Member.h"
 #include "Output.h"
@@ -105,6 +106,8 @@ int encodeDocumentEnd(RuntimeContext *ctx, const DocumentSchema &document) {
 }
 
 int encodeDocument(RuntimeContext *ctx, const DocumentSchema &document, const void *value) {
+  if (!keepsContract(ctx))
+    return recordOtherContract(ctx, pathOf(document), siteLine(document, File::encoder, step::otherContract));
   int status = installTable(ctx, document);
   if (status != 0) return status;
   status = rtXmlEncStartDocument(ctx);

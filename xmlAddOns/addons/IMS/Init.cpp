@@ -1,3 +1,4 @@
+#include "Contract.h"
 #include "Engines.h"
 #include "Member.h"
 #include "rtxError.h"
@@ -31,11 +32,10 @@ void clearRecord(const TypeSchema &type, void *record) {
 }
 
 int initRecord(RuntimeContext *ctx, const TypeSchema &type, void *record) {
+  const char *path = type.module->paths[int(File::base)];
+  if (!keepsContract(ctx)) return recordOtherContract(ctx, path, siteLine(type, File::base, 0, step::checkContract));
   int status = rtxCheckContext(ctx);
-  if (status < 0) {
-    return rtxErrSetData(ctx, status, type.module->paths[int(File::base)],
-                         siteLine(type, File::base, 0, step::checkContext));
-  }
+  if (status < 0) return rtxErrSetData(ctx, status, path, siteLine(type, File::base, 0, step::checkContext));
   clearRecord(type, record);
   return STATUS_OK;
 }

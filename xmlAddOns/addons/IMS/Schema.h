@@ -34,7 +34,8 @@ inline constexpr int firstDocument = 50;
 namespace step {
 
 enum Base : uint8_t {
-  checkContext = 1
+  checkContext = 1,
+  checkContract
 };
 
 enum EncodeType : uint8_t { // row 0: of the type
@@ -84,7 +85,8 @@ enum HandlerField : uint8_t { // rows from 1, both kinds of handlers
 };
 
 enum Document : uint8_t { // in the sources of encoders, decoders and validators
-  reader = 1,
+  otherContract = 0,
+  reader,
   installTable,
   startDocument,
   wrapRootStart,

@@ -20,6 +20,11 @@ foreach(header IN LISTS module_headers)
   install(FILES ${codec_dir}/${header} DESTINATION ${include_dir}/${module} COMPONENT development)
 endforeach()
 
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/bindings/cpp/ DESTINATION ${include_dir} COMPONENT development
+        FILES_MATCHING PATTERN "*.hpp")
+set_target_properties(imscodec-cpp PROPERTIES EXPORT_NAME cpp)
+install(TARGETS imscodec-cpp EXPORT imscodecTargets INCLUDES DESTINATION ${include_dir})
+
 # ---- Libraries and tool
 
 function(imscodec_install_library target name component)

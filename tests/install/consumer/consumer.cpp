@@ -1,19 +1,14 @@
 // Writes a composing indication from C++.
-#include "IsComposing/QxXmlIsComposing.h"
-#include "rtx.h"
+#include "imscodec.hpp"
 
 #include <cstdio>
-#include <memory>
 
 int main() {
-  const std::unique_ptr<RuntimeContext, decltype(&rtxContextFree)> ctx(rtxContextCreate(nullptr), rtxContextFree);
-  if (!ctx) return 1;
-  tns__isComposing message;
-  QxInit_tns__isComposing(ctx.get(), &message);
-  message.tns_state.value = rtxUTF8Strdup(ctx.get(), "idle");
-  rtxSetOutputDynamic(ctx.get());
-  const int status = QxXmlE_tns_isComposing(ctx.get(), &message);
-  if (status == 0) std::puts(rtxGetOutput(ctx.get(), nullptr));
-  QxMemFree_tns__isComposing(ctx.get(), &message);
-  return status == 0 ? 0 : 1;
+  imscodec::Context context;
+  auto message = context.create<imscodec::iscomposing::isComposing>();
+  if (!message->set_state(context, "idle")) return 1;
+  const auto written = context.encode(message);
+  if (!written) return 1;
+  std::fwrite(written->data(), 1, written->size(), stdout);
+  return 0;
 }

@@ -5,8 +5,10 @@
 
 namespace ims {
 
-// To be asked before anything else of the context is looked at. A null context is the runtime's to refuse.
-inline bool keepsContract(const RuntimeContext *ctx) { return !ctx || ctx->contract == RTX_CONTRACT_VERSION; }
+// To be asked before anything else of the context is looked at. What is no context at all is the runtime's to refuse.
+inline bool keepsContract(RuntimeContext *ctx) {
+  return !ctx || ctx->contract == RTX_CONTRACT_VERSION || rtxCheckContext(ctx) != 0;
+}
 
 inline int recordOtherContract(RuntimeContext *ctx, const char *path, int line) {
   rtxErrAddUIntParm(ctx, ctx->contract);

@@ -3,7 +3,8 @@
 
   bench/report.py times FILE...   the times of the repetitions as CSV, from the JSON of Google Benchmark
   bench/report.py machine         what it was measured on, as CSV
-  bench/report.py report          the tables into docs/performance.md, the plots next to it, a summary to stdout
+  bench/report.py report          the tables into docs/performance.md, the plots next to it, the numbers in README.md,
+                                  a summary to stdout
 """
 
 import csv
@@ -16,9 +17,11 @@ import sys
 from collections import defaultdict
 from pathlib import Path
 
-DOCS = Path(__file__).resolve().parent.parent / "docs"
+PROJECT = Path(__file__).resolve().parent.parent
+DOCS = PROJECT / "docs"
 DATA = DOCS / "performance-data"
 PAGE = DOCS / "performance.md"
+README = PROJECT / "README.md"
 
 DOCUMENTS = "abcdefgh"
 DECODERS = ["libxml2-tree", "pugixml-tree", "expat", "gsoap-decode", "gsoap-stream", "xsdcxx-decode"]
@@ -261,6 +264,39 @@ def tables_of_scale():
     )
 
 
+def table_of_numbers(times):
+    """What a reader of the first page wants to know."""
+    counted = {(row["document"], row["workload"]): row for row in rows("instructions")}
+    sizes = {(row["target"], row["what"]): int(row["sections"]) for row in rows("size")}
+
+    def instructions(workload, column):
+        """Of each document, for each unit of the column of that workload's row."""
+        return [int(row["instructions"]) / int(row[column]) for (_, w), row in counted.items() if w == workload]
+
+    def between(values, digits):
+        values = list(values)
+        return f"{min(values):.{digits}f} to {max(values):.{digits}f}"
+
+    def faster(workload, ours):
+        return between((statistics.median(times.ratios(d, workload, ours)) for d in DOCUMENTS if times.has(d, workload)), 1)
+
+    floor = [int(counted[d, "decode"]["instructions"]) / int(counted[d, "floor"]["instructions"]) for d in DOCUMENTS]
+    allocator = {row["calls"] for (_, w), row in counted.items() if w in ("decode", "release", "validate", "encode")}
+    bare = sizes["armhf", "codec"], sizes["armhf", "runtime"]
+    return table(
+        ["eight bodies of 263 bytes to 1 MB", ""],
+        [
+            ["decode, next to libxml2 that parses the same bytes for nobody", f"{between(floor, 2)} × its instructions"],
+            ["decode, next to a libxml2 tree and a walk by hand", f"{faster('libxml2-tree', 'decode')} times as fast"],
+            ["decode, next to expat and handlers by hand", f"{faster('expat', 'decode')} times as fast"],
+            ["encode, next to libxml2's text writer", f"{faster('libxml2-writer', 'encode')} times as fast"],
+            ["encode", f"{between(instructions('encode', 'bytes'), 0)} instructions a byte"],
+            ["calls of the allocator by a context that was used before", ", ".join(sorted(allocator))],
+            ["codec and runtime on 32-bit ARM, at -Os", " and ".join(f"{size / 1000:.0f} kB" for size in bare)],
+        ],
+    )
+
+
 def table_of_machine():
     return table(["", ""], [[row["what"], row["value"]] for row in rows("machine")])
 
@@ -379,11 +415,15 @@ def plot_sizes(name):
 # ---- Report ---------------------------------------------------------------------------------------------------
 
 
-def replace(page, name, content):
-    begin, end = f"<!-- begin {name} -->", f"<!-- end {name} -->"
-    if begin not in page or end not in page:
-        sys.exit(f"{PAGE.name} has no place for {name}")
-    return page[: page.index(begin) + len(begin)] + "\n" + content + "\n" + page[page.index(end) :]
+def replace(path, contents):
+    """Puts each content between the two comments that name it."""
+    page = path.read_text()
+    for name, content in contents.items():
+        begin, end = f"<!-- begin {name} -->", f"<!-- end {name} -->"
+        if begin not in page or end not in page:
+            sys.exit(f"{path.name} has no place for {name}")
+        page = page[: page.index(begin) + len(begin)] + "\n" + content + "\n" + page[page.index(end) :]
+    path.write_text(page)
 
 
 def summary(times):
@@ -399,21 +439,22 @@ def summary(times):
 
 def report():
     times = Times()
-    page = PAGE.read_text()
     ours = ["reader", "decode", "release", "validate", "first-use"]
-    for name, content in [
-        ("machine", table_of_machine()),
-        ("times", table_of_ratios(times, [*ours, *DECODERS], "floor")),
-        ("decoders", table_of_ratios(times, DECODERS, "decode")),
-        ("instructions", table_of_instructions([*ours, *DECODERS], "floor")),
-        ("encoders", table_of_ratios(times, ENCODERS, "encode")),
-        ("output", table_of_output()),
-        ("heap", tables_of_heap()),
-        ("size", table_of_size()),
-        ("scale", tables_of_scale()),
-    ]:
-        page = replace(page, name, content)
-    PAGE.write_text(page)
+    replace(
+        PAGE,
+        {
+            "machine": table_of_machine(),
+            "times": table_of_ratios(times, [*ours, *DECODERS], "floor"),
+            "decoders": table_of_ratios(times, DECODERS, "decode"),
+            "instructions": table_of_instructions([*ours, *DECODERS], "floor"),
+            "encoders": table_of_ratios(times, ENCODERS, "encode"),
+            "output": table_of_output(),
+            "heap": tables_of_heap(),
+            "size": table_of_size(),
+            "scale": tables_of_scale(),
+        },
+    )
+    replace(README, {"numbers": table_of_numbers(times)})
     decoders = ["decode", *DECODERS]
     plot_bars("performance-decode.svg", "Decoding, as a multiple of the parser alone", times, decoders, "floor")
     plot_bars("performance-encode.svg", "Encoding, as a multiple of our encoder", times, ENCODERS, "encode")

@@ -10,6 +10,7 @@
 #include "rtxError.h"
 #include "rtxMemory.h"
 #include "rtxPrint.h"
+#include "rtxRecord.h"
 #include "rtxStatus.h"
 #include "rtxText.h"
 #include "rtxTypes.h"

@@ -1,6 +1,7 @@
 /*
- * Diagnostic output: one line "name = value" a call, on the C library's stdout stream. Control characters are
- * escaped, so that one value is one line. Each returns 0, or a negative number if the stream refused the line.
+ * Diagnostic output: one line "name = value" a call, on the C library's stdout stream or to a sink of the host's.
+ * Control characters are escaped, so that one value is one line. Each returns 0, or a negative number if the line was
+ * refused. A null name prints as nothing, null bytes as none, and a null list not at all. Threads may print at once.
  */
 #ifndef RTX_PRINT_H
 #define RTX_PRINT_H
@@ -21,6 +22,28 @@ RTX_API int rtxPrintNull(const char *name);
 
 /* One line a declaration: name.xmlns or name.xmlns:prefix. */
 RTX_API int rtXmlPrintNSAttrs(const char *name, const RtxNsDeclList *list);
+
+/* ---- Elsewhere than to stdout ----------------------------------------------------------------------------- */
+
+/* Where the lines of a thread go. */
+typedef struct RtxPrintSink {
+  /*
+   * Takes one whole line with its line break, of length bytes and without NUL; it is gone when the call returns.
+   * Returns 0, or anything else to refuse it, which ends nothing. Null refuses every line. While it runs, the thread
+   * has no sink, and a sink that it sets is taken off when it returns. It must not leave by an exception or longjmp.
+   */
+  int (*put)(void *user, const char *line, size_t length);
+  void *user;
+  size_t refused; /* counted up: lines that put refused, and long ones that there was no storage for */
+} RtxPrintSink;
+
+/*
+ * Makes sink take the lines that the calling thread prints from now on; null is stdout, where every thread begins.
+ * The sink is the caller's, and stays where it is as long as it is set. Returns the sink of before, to be set again,
+ * or null. Only what the functions above print goes there: not what others write to stdout by themselves, as the
+ * codec does with the line of a choice's selector, "name.t = 1".
+ */
+RTX_API RtxPrintSink *rtxSetPrintSink(RtxPrintSink *sink);
 
 #ifdef __cplusplus
 }

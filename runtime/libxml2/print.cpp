@@ -6,24 +6,33 @@
 
 #include <charconv>
 #include <stdio.h>
+#include <stdlib.h>
 #include <string.h>
+#include <utility>
 
 namespace {
 
-// One line on stdout, which nothing of another thread can come between.
+// Of the thread; null is stdout.
+constinit thread_local RtxPrintSink *printSink = nullptr;
+
+// One line. On its way to stdout it goes out in pieces, which nothing of another thread can come between; for a sink it
+// is kept until it is whole, on the system's heap once it is long.
 class Line {
 public:
-  explicit Line(const char *name) {
-    flockfile(stdout);
+  explicit Line(const char *name) : sink(printSink) {
+    if (sink == nullptr) flockfile(stdout);
     putText(name);
   }
-  ~Line() { funlockfile(stdout); }
+  ~Line() {
+    if (sink == nullptr) funlockfile(stdout);
+    if (bytes != shortLine) free(bytes);
+  }
   Line(const Line &) = delete;
   Line &operator=(const Line &) = delete;
 
   void put(const char *text, size_t length) {
-    if (length > sizeof bytes - used) flush();
-    if (length > sizeof bytes) return write(text, length);
+    if (length > capacity - used) sink != nullptr ? grow(length) : flush();
+    if (length > capacity - used) return sink != nullptr ? refuse() : write(text, length);
     memcpy(bytes + used, text, length);
     used += length;
   }
@@ -47,25 +56,55 @@ public:
 
   int finish() {
     put('\n');
-    flush();
+    if (sink == nullptr) {
+      flush();
+    } else {
+      if (!refused) hand();
+      if (refused) ++sink->refused;
+    }
     return refused ? -1 : 0;
   }
 
 private:
+  void refuse() { refused = true; }
+
+  // To stdout.
   void write(const char *text, size_t length) {
-    if (fwrite(text, 1, length, stdout) != length) refused = true;
+    if (fwrite(text, 1, length, stdout) != length) refuse();
   }
   void flush() {
     if (used != 0) write(bytes, used);
     used = 0;
   }
 
-  char bytes[512];
+  // Makes room for so many bytes more, if there is storage and the line has not lost a part already.
+  void grow(size_t length) {
+    if (refused || length > SIZE_MAX / 2 - used) return;
+    const size_t grown = (used + length) * 2;
+    auto *larger = static_cast<char *>(malloc(grown));
+    if (larger == nullptr) return;
+    memcpy(larger, bytes, used);
+    if (bytes != shortLine) free(bytes);
+    bytes = larger;
+    capacity = grown;
+  }
+  void hand() {
+    printSink = nullptr;
+    if (sink->put == nullptr || sink->put(sink->user, bytes, used) != 0) refuse();
+    printSink = sink;
+  }
+
+  RtxPrintSink *const sink;
+  char shortLine[512];
+  char *bytes = shortLine;
+  size_t capacity = sizeof shortLine;
   size_t used = 0;
   bool refused = false;
 };
 
 } // namespace
+
+RtxPrintSink *rtxSetPrintSink(RtxPrintSink *sink) { return std::exchange(printSink, sink); }
 
 int rtxPrintCharStr(const char *name, const char *text) {
   Line line(name);

@@ -1,12 +1,15 @@
-// Diagnostic output on stdout.
+// Diagnostic output on stdout and to sinks.
 
 #include "contract.h"
 
+#include <algorithm>
 #include <cctype>
 #include <charconv>
 #include <cstring>
 #include <fcntl.h>
+#include <latch>
 #include <limits>
+#include <thread>
 #include <unistd.h>
 
 namespace contract {
@@ -148,6 +151,198 @@ TEST(Print, SaysSoWhenTheStreamRefuses) {
   std::clearerr(stdout);
   close(full);
   EXPECT_LT(status, 0);
+}
+
+// ---- Sinks
+
+// Takes the thread's lines as long as it lives.
+class Sink {
+public:
+  Sink() : earlier(rtxSetPrintSink(&sink)) {}
+  ~Sink() { EXPECT_EQ(rtxSetPrintSink(earlier), &sink); }
+  Sink(const Sink &) = delete;
+  Sink &operator=(const Sink &) = delete;
+
+  std::vector<std::string> lines; // one for each call
+  std::function<int(std::string_view line)> onLine;
+  size_t refused() const { return sink.refused; }
+  std::string text() const {
+    std::string all;
+    for (const std::string &line : lines)
+      all += line;
+    return all;
+  }
+
+private:
+  static int put(void *self, const char *line, size_t length) {
+    auto &taken = *static_cast<Sink *>(self);
+    taken.lines.emplace_back(line, length);
+    return taken.onLine ? taken.onLine(taken.lines.back()) : 0;
+  }
+
+  RtxPrintSink sink{put, this, 0};
+  RtxPrintSink *earlier;
+};
+
+// A line of every print function.
+int printAll(const char *text) {
+  const uint8_t bytes[] = {0, 0xAB};
+  RtxNsDecl decls[] = {{nullptr, text}, {"p", text}};
+  RtxListNode nodes[] = {{&decls[0], &nodes[1], nullptr}, {&decls[1], nullptr, &nodes[0]}};
+  const RtxNsDeclList list = {{2, &nodes[0], &nodes[1]}};
+  int worst = 0;
+  for (const int status : {rtxPrintCharStr("text", text), rtxPrintUnsigned(text, 7), rtxPrintBoolean("boolean", true),
+                           rtxPrintReal("real", 0.25), rtxPrintHexBinary("bytes", 2, bytes),
+                           rtxPrintNVP("pair", "x:a", text), rtxPrintNull("null"), rtXmlPrintNSAttrs("list", &list)}) {
+    worst = std::min(worst, status);
+  }
+  return worst;
+}
+
+TEST(PrintSink, TakesTheLinesThatWouldGoToStdout) {
+  for (const std::string &text : {"v"s, "a\nb\\\"\xC3\xA9\xFF"s, std::string(511, 'x'), std::string(100000, '\t')}) {
+    SCOPED_TRACE(text.size());
+    const std::string expected = printed([&] { return printAll(text.c_str()); });
+    Capture out(stdout);
+    Sink sink;
+    EXPECT_EQ(printAll(text.c_str()), 0);
+    EXPECT_EQ(sink.text(), expected);
+    EXPECT_EQ(sink.refused(), 0u);
+    EXPECT_EQ(sink.lines.size(), 9u);
+    for (const std::string &line : sink.lines)
+      expectOneLine(line);
+    EXPECT_EQ(out.finish(), "");
+  }
+}
+
+TEST(PrintSink, GetsEveryLineInOneCall) {
+  for (size_t length = 0; length < 1200; ++length) {
+    const std::string text(length, 'x');
+    Sink sink;
+    EXPECT_EQ(rtxPrintCharStr("n", text.c_str()), 0);
+    ASSERT_EQ(sink.lines.size(), 1u);
+    ASSERT_EQ(sink.lines[0], "n = \"" + text + "\"\n");
+  }
+}
+
+TEST(PrintSink, GetsLinesWithoutTextsThatAreNull) {
+  Sink sink;
+  EXPECT_EQ(rtxPrintCharStr(nullptr, nullptr), 0);
+  EXPECT_EQ(rtxPrintHexBinary("n", 3, nullptr), 0);
+  EXPECT_EQ(rtXmlPrintNSAttrs("n", nullptr), 0);
+  EXPECT_EQ(sink.text(), " = <null>\nn = \n");
+}
+
+TEST(PrintSink, RefusesALineAndNoOther) {
+  Sink sink;
+  for (const int answer : {1, -1, 7}) {
+    sink.lines.clear();
+    sink.onLine = [answer](std::string_view line) { return line.starts_with("bad") ? answer : 0; };
+    EXPECT_EQ(rtxPrintNull("good"), 0);
+    EXPECT_LT(rtxPrintNull("bad"), 0);
+    EXPECT_EQ(rtxPrintUnsigned("good", 1), 0);
+    EXPECT_EQ(sink.text(), "good = <null>\nbad = <null>\ngood = 1\n");
+  }
+  EXPECT_EQ(sink.refused(), 3u);
+
+  RtxNsDecl decls[] = {{"bad", "urn:d"}, {"p", "urn:p"}};
+  RtxListNode nodes[] = {{&decls[0], &nodes[1], nullptr}, {&decls[1], nullptr, &nodes[0]}};
+  const RtxNsDeclList list = {{2, &nodes[0], &nodes[1]}};
+  sink.lines.clear();
+  sink.onLine = [](std::string_view line) { return line.find("bad") != line.npos ? 1 : 0; };
+  EXPECT_LT(rtXmlPrintNSAttrs("rec", &list), 0);
+  EXPECT_EQ(sink.lines.size(), 2u);
+  EXPECT_EQ(sink.refused(), 4u);
+}
+
+TEST(PrintSink, WithoutAFunctionRefuses) {
+  Capture out(stdout);
+  RtxPrintSink none{};
+  EXPECT_EQ(rtxSetPrintSink(&none), nullptr);
+  EXPECT_LT(rtxPrintNull("n"), 0);
+  EXPECT_EQ(rtxSetPrintSink(nullptr), &none);
+  EXPECT_EQ(none.refused, 1u);
+  EXPECT_EQ(out.finish(), "");
+}
+
+TEST(PrintSink, IsSetOverAnotherAndTakenOff) {
+  Capture out(stdout);
+  rtxPrintNull("a");
+  {
+    Sink outer;
+    rtxPrintNull("b");
+    {
+      Sink inner;
+      rtxPrintNull("c");
+      EXPECT_EQ(inner.text(), "c = <null>\n");
+    }
+    rtxPrintNull("d");
+    EXPECT_EQ(outer.text(), "b = <null>\nd = <null>\n");
+  }
+  rtxPrintNull("e");
+  EXPECT_EQ(out.finish(), "a = <null>\ne = <null>\n");
+}
+
+TEST(PrintSink, MayPrintByItself) {
+  Capture out(stdout);
+  {
+    Sink sink;
+    RtxPrintSink left{};
+    sink.onLine = [&left](std::string_view line) {
+      EXPECT_EQ(rtxPrintNull("aside"), 0);
+      {
+        Sink inner;
+        EXPECT_EQ(rtxPrintNull("inside"), 0);
+        EXPECT_EQ(inner.text(), "inside = <null>\n");
+      }
+      EXPECT_EQ(rtxSetPrintSink(&left), nullptr);
+      return line.starts_with("b") ? 1 : 0;
+    };
+    EXPECT_EQ(rtxPrintNull("a"), 0);
+    EXPECT_LT(rtxPrintNull("b"), 0);
+    EXPECT_EQ(rtxPrintNull("c"), 0);
+    EXPECT_EQ(sink.text(), "a = <null>\nb = <null>\nc = <null>\n");
+    EXPECT_EQ(left.refused, 0u);
+  }
+  EXPECT_EQ(out.finish(), "aside = <null>\naside = <null>\naside = <null>\n");
+}
+
+TEST(PrintSink, IsOfItsThreadAlone) {
+  constexpr int rounds = 2000;
+  Capture out(stdout);
+  std::latch both(2);
+  const auto print = [&both](const std::string &name, std::string &result, size_t &calls) {
+    Sink sink;
+    both.arrive_and_wait();
+    for (int i = 0; i < rounds; ++i)
+      rtxPrintCharStr(name.c_str(), std::string(static_cast<size_t>(i), 'x').c_str());
+    result = sink.text();
+    calls = sink.lines.size();
+  };
+  std::string results[2];
+  size_t calls[2] = {};
+  std::thread first(print, "first", std::ref(results[0]), std::ref(calls[0]));
+  std::thread second(print, "second", std::ref(results[1]), std::ref(calls[1]));
+  first.join();
+  second.join();
+  std::string expected[2];
+  for (int i = 0; i < rounds; ++i) {
+    const std::string rest = " = \"" + std::string(static_cast<size_t>(i), 'x') + "\"\n";
+    expected[0] += "first" + rest;
+    expected[1] += "second" + rest;
+  }
+  for (const int i : {0, 1}) {
+    EXPECT_TRUE(results[i] == expected[i]) << "thread " << i;
+    EXPECT_EQ(calls[i], size_t{rounds});
+  }
+  EXPECT_EQ(out.finish(), "");
+
+  // A sink of this thread is none of another's.
+  Capture other(stdout);
+  Sink sink;
+  std::thread([] { rtxPrintNull("n"); }).join();
+  EXPECT_EQ(other.finish(), "n = <null>\n");
+  EXPECT_TRUE(sink.lines.empty());
 }
 
 } // namespace

@@ -1,4 +1,5 @@
-// What the C++ layer is made of: contexts, results, errors, lists, and views of records.
+// What the C++ layer is made of: contexts, results, errors, lists, and views of records. What can be done with whole
+// records has headers of its own.
 //
 // The layer adds names and types to the C interface and nothing else: a view is a pointer to a C record, a list is the
 // C list, a text is where it lies. No call throws, none needs run-time type information, and what can fail says so by
@@ -171,9 +172,10 @@ concept RecordView = requires {
   typename T::Raw;
 };
 
-// How what a record stores looks from C++.
+// How what a record stores looks from C++; Raw is what an item of a list is beneath.
 template <class T> struct Item;
 template <RecordView T> struct Item<T> {
+  using Raw = typename T::Raw;
   static T of(void *data) { return T(*static_cast<typename T::Raw *>(data)); }
 };
 template <class T>
@@ -187,6 +189,7 @@ struct Item<T> {
   static T of(void *data) { return static_cast<T>(*static_cast<std::uint16_t *>(data)); }
 };
 template <> struct Item<std::string_view> {
+  using Raw = RtxXmlString;
   static std::string_view of(void *data) { return textOf(*static_cast<RtxXmlString *>(data)); }
 };
 template <> struct Item<std::span<const std::uint8_t>> {
@@ -196,15 +199,18 @@ template <> struct Item<std::span<const std::uint8_t>> {
   }
 };
 template <> struct Item<Foreign> {
+  using Raw = RtxXmlString;
   static Foreign of(void *data) { return {textOf(*static_cast<RtxXmlString *>(data))}; }
 };
 template <> struct Item<Attribute> {
+  using Raw = RtxNamePair;
   static Attribute of(void *data) {
     const auto *pair = static_cast<const RtxNamePair *>(data);
     return {textOf(pair->name), textOf(pair->value)};
   }
 };
 template <> struct Item<NamespaceDeclaration> {
+  using Raw = RtxNsDecl;
   static NamespaceDeclaration of(void *data) {
     const auto *declaration = static_cast<const RtxNsDecl *>(data);
     return {textOf(declaration->prefix), textOf(declaration->uri)};
@@ -440,6 +446,11 @@ private:
   mutable Raw record;
 };
 
+// The view of what is a view or a record.
+template <RecordView T> T viewOf(const T &view) { return view; }
+template <RecordView T> T viewOf(const Record<T> &record) { return record.view(); }
+template <class T> using ViewOf = decltype(viewOf(std::declval<const T &>()));
+
 // A text or bytes that the heap of a context holds, given back at its end.
 template <class T> class Owned {
 public:
@@ -539,6 +550,8 @@ template <class T> Optional<T> appendRecord(RuntimeContext *ctx, RtxList &list) 
   return Optional<T>(item);
 }
 
+template <class T, class... Rest> T &first(T &one, Rest &...) { return one; }
+
 template <class T> void sweepItems(RuntimeContext *ctx, const RtxList &list) {
   for (const RtxListNode *node = list.head; node; node = node->next)
     T::sweep(ctx, static_cast<typename T::Raw *>(node->data));
@@ -573,7 +586,14 @@ bool appendPair(RuntimeContext *ctx, RtxList &list, std::optional<std::string_vi
 
 } // namespace detail
 
-// A record by the names of its vocabulary.
+// A record by the names of its vocabulary. Beside functions for its members a view T has some for the type:
+// T::initialise makes a record empty, T::dispose gives back all that it holds, and T::visitMembers shows a visitor the
+// members of one record, or those of several side by side, as long as it returns true. For that a visitor has
+//   member<Shape>(name, members...)
+//   optional<Shape>(name, bit, presence words..., members...)
+//   selector(selectors...)                of a choice, before what it selects
+//   alternative<Shape>(name, members...)  what the first selector names
+// where Shape is what the member's own function returns. The name of a list whose items have none of it is empty.
 template <class RawType> class View {
 public:
   using Raw = RawType;

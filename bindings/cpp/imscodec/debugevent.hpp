@@ -32,6 +32,17 @@ public:
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_tns__start_trigger(ctx, record);
   }
+  static void print(const char *name, const Raw *record) { QxPrint_tns__start_trigger(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template optional<std::string_view>("tns_from", tns__start_trigger_has_from, record.m..., record.tns_from...) &&
+           visitor.template optional<std::string_view>("tns_to", tns__start_trigger_has_to, record.m..., record.tns_to...) &&
+           visitor.template optional<std::string_view>("tns_icsi", tns__start_trigger_has_icsi, record.m..., record.tns_icsi...) &&
+           visitor.template optional<std::string_view>("tns_iari", tns__start_trigger_has_iari, record.m..., record.tns_iari...) &&
+           visitor.template optional<std::string_view>("tns_method", tns__start_trigger_has_method, record.m..., record.tns_method...) &&
+           visitor.template optional<std::string_view>("tns_time", tns__start_trigger_has_time, record.m..., record.tns_time...) &&
+           visitor.template optional<std::span<const std::uint8_t>>("tns_debug_id", tns__start_trigger_has_debug_id, record.m..., record.tns_debug_id...);
+  }
 
   Optional<std::string_view> from() const { return {has(tns__start_trigger_has_from), &raw().tns_from}; }
   [[nodiscard]] bool set_from(Context &context, std::string_view text) {
@@ -119,6 +130,13 @@ public:
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_tns__stop_trigger(ctx, record);
   }
+  static void print(const char *name, const Raw *record) { QxPrint_tns__stop_trigger(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template optional<std::string_view>("tns_time", tns__stop_trigger_has_time, record.m..., record.tns_time...) &&
+           visitor.template optional<std::string_view>("tns_time_period", tns__stop_trigger_has_time_period, record.m..., record.tns_time_period...) &&
+           visitor.template optional<imscodec::debugevent::reason>("tns_reason", tns__stop_trigger_has_reason, record.m..., record.tns_reason...);
+  }
 
   Optional<std::string_view> time() const { return {has(tns__stop_trigger_has_time), &raw().tns_time}; }
   [[nodiscard]] bool set_time(Context &context, std::string_view text) {
@@ -155,6 +173,13 @@ public:
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_tns__control(ctx, record);
   }
+  static void print(const char *name, const Raw *record) { QxPrint_tns__control(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<std::string_view>("tns_interface", record.tns_interface...) &&
+           visitor.template optional<imscodec::debugevent::depth>("tns_depth", tns__control_has_depth, record.m..., record.tns_depth...) &&
+           visitor.template optional<std::span<const std::uint8_t>>("tns_debug_id", tns__control_has_debug_id, record.m..., record.tns_debug_id...);
+  }
 
   std::string_view interface() const { return textOf(raw().tns_interface); }
   [[nodiscard]] bool set_interface(Context &context, std::string_view text) {
@@ -185,6 +210,14 @@ public:
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_tns__session(ctx, record);
   }
+  static void print(const char *name, const Raw *record) { QxPrint_tns__session(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<imscodec::debugevent::start_trigger>("tns_start_trigger", record.tns_start_trigger...) &&
+           visitor.template member<imscodec::debugevent::stop_trigger>("tns_stop_trigger", record.tns_stop_trigger...) &&
+           visitor.template member<imscodec::debugevent::control>("tns_control", record.tns_control...) &&
+           visitor.template member<std::string_view>("tns_id", record.tns_id...);
+  }
 
   imscodec::debugevent::start_trigger start_trigger() const { return imscodec::debugevent::start_trigger(raw().tns_start_trigger); }
 
@@ -206,6 +239,12 @@ public:
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_tns__debugconfig(ctx, record);
   }
+  static void print(const char *name, const Raw *record) { QxPrint_tns__debugconfig(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<List<imscodec::debugevent::session>>("tns_session", record.tns_session...) &&
+           visitor.template member<std::string_view>("tns_aor", record.tns_aor...);
+  }
 
   List<imscodec::debugevent::session> session() const { return List<imscodec::debugevent::session>(raw().tns_session); }
   [[nodiscard]] Optional<imscodec::debugevent::session> add_session(Context &context) {
@@ -225,6 +264,14 @@ public:
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns__debuginfo(ctx, record); }
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_tns__debuginfo(ctx, record);
+  }
+  static void print(const char *name, const Raw *record) { QxPrint_tns__debuginfo(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<List<imscodec::debugevent::debugconfig>>("tns_debugconfig", record.tns_debugconfig...) &&
+           visitor.template member<List<Foreign>>("", record.anyElems...) &&
+           visitor.template member<std::uint32_t>("tns_version", record.tns_version...) &&
+           visitor.template member<imscodec::debugevent::state>("tns_state", record.tns_state...);
   }
 
   List<imscodec::debugevent::debugconfig> debugconfig() const { return List<imscodec::debugevent::debugconfig>(raw().tns_debugconfig); }

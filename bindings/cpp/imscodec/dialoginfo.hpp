@@ -37,6 +37,14 @@ public:
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_tns__state(ctx, record);
   }
+  static void print(const char *name, const Raw *record) { QxPrint_tns__state(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<std::string_view>("value", record.value...) &&
+           visitor.template optional<imscodec::dialoginfo::state_event>("tns_event", tns__state_has_event, record.m..., record.tns_event...) &&
+           visitor.template optional<std::uint16_t>("tns_code", tns__state_has_code, record.m..., record.tns_code...) &&
+           visitor.template member<List<NamespaceDeclaration>>("nsDecls", record.nsDecls...);
+  }
 
   std::string_view value() const { return textOf(raw().value); }
   [[nodiscard]] bool set_value(Context &context, std::string_view text) {
@@ -71,6 +79,13 @@ public:
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     sweep(ctx, record);
   }
+  static void print(const char *name, const Raw *record) { QxPrint_tns__dialog_replaces(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<std::string_view>("tns_call_id", record.tns_call_id...) &&
+           visitor.template member<std::string_view>("tns_local_tag", record.tns_local_tag...) &&
+           visitor.template member<std::string_view>("tns_remote_tag", record.tns_remote_tag...);
+  }
 
   std::string_view call_id() const { return textOf(raw().tns_call_id); }
   [[nodiscard]] bool set_call_id(Context &context, std::string_view text) {
@@ -95,6 +110,13 @@ public:
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns_nameaddr(ctx, record); }
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_tns_nameaddr(ctx, record);
+  }
+  static void print(const char *name, const Raw *record) { QxPrint_tns_nameaddr(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<std::string_view>("value", record.value...) &&
+           visitor.template optional<std::string_view>("tns_display_name", tns_nameaddr_has_display_name, record.m..., record.tns_display_name...) &&
+           visitor.template member<List<NamespaceDeclaration>>("nsDecls", record.nsDecls...);
   }
 
   std::string_view value() const { return textOf(raw().value); }
@@ -127,6 +149,11 @@ public:
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_tns__dialog_route_set(ctx, record);
   }
+  static void print(const char *name, const Raw *record) { QxPrint_tns__dialog_route_set(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<List<std::string_view>>("tns_hop", record.tns_hop...);
+  }
 
   List<std::string_view> hop() const { return List<std::string_view>(raw().tns_hop); }
   [[nodiscard]] bool add_hop(Context &context, std::string_view text) {
@@ -146,6 +173,12 @@ public:
   }
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     sweep(ctx, record);
+  }
+  static void print(const char *name, const Raw *record) { QxPrint_tns_participant_target_param(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<std::string_view>("tns_pname", record.tns_pname...) &&
+           visitor.template member<std::string_view>("tns_pval", record.tns_pval...);
   }
 
   std::string_view pname() const { return textOf(raw().tns_pname); }
@@ -172,6 +205,12 @@ public:
     sweep(ctx, record);
     QxMemFree_tns_participant_target(ctx, record);
   }
+  static void print(const char *name, const Raw *record) { QxPrint_tns_participant_target(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<List<imscodec::dialoginfo::participant_target_param>>("tns_param", record.tns_param...) &&
+           visitor.template member<std::string_view>("tns_uri", record.tns_uri...);
+  }
 
   List<imscodec::dialoginfo::participant_target_param> param() const { return List<imscodec::dialoginfo::participant_target_param>(raw().tns_param); }
   [[nodiscard]] Optional<imscodec::dialoginfo::participant_target_param> add_param(Context &context) {
@@ -191,6 +230,13 @@ public:
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tns_sessd(ctx, record); }
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_tns_sessd(ctx, record);
+  }
+  static void print(const char *name, const Raw *record) { QxPrint_tns_sessd(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<std::string_view>("value", record.value...) &&
+           visitor.template member<std::string_view>("tns_type", record.tns_type...) &&
+           visitor.template member<List<NamespaceDeclaration>>("nsDecls", record.nsDecls...);
   }
 
   std::string_view value() const { return textOf(raw().value); }
@@ -221,6 +267,15 @@ public:
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     sweep(ctx, record);
     QxMemFree_tns_participant(ctx, record);
+  }
+  static void print(const char *name, const Raw *record) { QxPrint_tns_participant(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template optional<imscodec::dialoginfo::nameaddr>("tns_identity", tns_participant_has_identity, record.m..., record.tns_identity...) &&
+           visitor.template optional<imscodec::dialoginfo::participant_target>("tns_target", tns_participant_has_target, record.m..., record.tns_target...) &&
+           visitor.template optional<imscodec::dialoginfo::sessd>("tns_session_description", tns_participant_has_session_description, record.m..., record.tns_session_description...) &&
+           visitor.template optional<std::uint32_t>("tns_cseq", tns_participant_has_cseq, record.m..., record.tns_cseq...) &&
+           visitor.template member<List<Foreign>>("", record.anyElems...);
   }
 
   Optional<imscodec::dialoginfo::nameaddr> identity() const { return {has(tns_participant_has_identity), &raw().tns_identity}; }
@@ -280,6 +335,23 @@ public:
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     sweep(ctx, record);
     QxMemFree_tns__dialog(ctx, record);
+  }
+  static void print(const char *name, const Raw *record) { QxPrint_tns__dialog(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<imscodec::dialoginfo::state>("tns_state", record.tns_state...) &&
+           visitor.template optional<std::uint32_t>("tns_duration", tns__dialog_has_duration, record.m..., record.tns_duration...) &&
+           visitor.template optional<imscodec::dialoginfo::dialog_replaces>("tns_replaces", tns__dialog_has_replaces, record.m..., record.tns_replaces...) &&
+           visitor.template optional<imscodec::dialoginfo::nameaddr>("tns_referred_by", tns__dialog_has_referred_by, record.m..., record.tns_referred_by...) &&
+           visitor.template optional<imscodec::dialoginfo::dialog_route_set>("tns_route_set", tns__dialog_has_route_set, record.m..., record.tns_route_set...) &&
+           visitor.template optional<imscodec::dialoginfo::participant>("tns_local", tns__dialog_has_local, record.m..., record.tns_local...) &&
+           visitor.template optional<imscodec::dialoginfo::participant>("tns_remote", tns__dialog_has_remote, record.m..., record.tns_remote...) &&
+           visitor.template member<List<Foreign>>("", record.anyElems...) &&
+           visitor.template member<std::string_view>("tns_id", record.tns_id...) &&
+           visitor.template optional<std::string_view>("tns_call_id", tns__dialog_has_call_id, record.m..., record.tns_call_id...) &&
+           visitor.template optional<std::string_view>("tns_local_tag", tns__dialog_has_local_tag, record.m..., record.tns_local_tag...) &&
+           visitor.template optional<std::string_view>("tns_remote_tag", tns__dialog_has_remote_tag, record.m..., record.tns_remote_tag...) &&
+           visitor.template optional<imscodec::dialoginfo::dialog_direction>("tns_direction", tns__dialog_has_direction, record.m..., record.tns_direction...);
   }
 
   imscodec::dialoginfo::state state() const { return imscodec::dialoginfo::state(raw().tns_state); }
@@ -403,6 +475,15 @@ public:
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     sweep(ctx, record);
     QxMemFree_tns__dialog_info(ctx, record);
+  }
+  static void print(const char *name, const Raw *record) { QxPrint_tns__dialog_info(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<List<imscodec::dialoginfo::dialog>>("tns_dialog", record.tns_dialog...) &&
+           visitor.template member<List<Foreign>>("", record.anyElems...) &&
+           visitor.template member<std::uint32_t>("tns_version", record.tns_version...) &&
+           visitor.template member<imscodec::dialoginfo::dialog_info_state>("tns_state", record.tns_state...) &&
+           visitor.template member<std::string_view>("tns_entity", record.tns_entity...);
   }
 
   List<imscodec::dialoginfo::dialog> dialog() const { return List<imscodec::dialoginfo::dialog>(raw().tns_dialog); }

@@ -27,6 +27,12 @@ public:
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     sweep(ctx, record);
   }
+  static void print(const char *name, const Raw *record) { QxPrint_NSBinding(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<std::string_view>("prefix", record.prefix...) &&
+           visitor.template member<std::string_view>("urn", record.urn...);
+  }
 
   std::string_view prefix() const { return textOf(raw().prefix); }
   [[nodiscard]] bool set_prefix(Context &context, std::string_view text) {
@@ -52,6 +58,11 @@ public:
     sweep(ctx, record);
     QxMemFree_NSBindings(ctx, record);
   }
+  static void print(const char *name, const Raw *record) { QxPrint_NSBindings(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<List<imscodec::filterset::NSBinding>>("ns_binding", record.ns_binding...);
+  }
 
   List<imscodec::filterset::NSBinding> ns_binding() const { return List<imscodec::filterset::NSBinding>(raw().ns_binding); }
   [[nodiscard]] Optional<imscodec::filterset::NSBinding> add_ns_binding(Context &context) {
@@ -66,6 +77,14 @@ public:
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_InclType(ctx, record); }
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_InclType(ctx, record);
+  }
+  static void print(const char *name, const Raw *record) { QxPrint_InclType(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<std::string_view>("value", record.value...) &&
+           visitor.template optional<imscodec::filterset::TypeType>("type", InclType_has_type, record.m..., record.type...) &&
+           visitor.template member<List<Attribute>>("_anyAttr", record._anyAttr...) &&
+           visitor.template member<List<NamespaceDeclaration>>("nsDecls", record.nsDecls...);
   }
 
   std::string_view value() const { return textOf(raw().value); }
@@ -96,6 +115,14 @@ public:
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_ExclType(ctx, record);
   }
+  static void print(const char *name, const Raw *record) { QxPrint_ExclType(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<std::string_view>("value", record.value...) &&
+           visitor.template optional<imscodec::filterset::TypeType>("type", ExclType_has_type, record.m..., record.type...) &&
+           visitor.template member<List<Attribute>>("_anyAttr", record._anyAttr...) &&
+           visitor.template member<List<NamespaceDeclaration>>("nsDecls", record.nsDecls...);
+  }
 
   std::string_view value() const { return textOf(raw().value); }
   [[nodiscard]] bool set_value(Context &context, std::string_view text) {
@@ -125,6 +152,13 @@ public:
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_WhatType(ctx, record);
   }
+  static void print(const char *name, const Raw *record) { QxPrint_WhatType(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<List<imscodec::filterset::InclType>>("include", record.include...) &&
+           visitor.template member<List<imscodec::filterset::ExclType>>("exclude", record.exclude...) &&
+           visitor.template member<List<Foreign>>("", record._any...);
+  }
 
   List<imscodec::filterset::InclType> include() const { return List<imscodec::filterset::InclType>(raw().include); }
   [[nodiscard]] Optional<imscodec::filterset::InclType> add_include(Context &context) {
@@ -149,6 +183,16 @@ public:
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_ChangedType(ctx, record); }
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_ChangedType(ctx, record);
+  }
+  static void print(const char *name, const Raw *record) { QxPrint_ChangedType(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<std::string_view>("value", record.value...) &&
+           visitor.template optional<std::string_view>("from", ChangedType_has_from, record.m..., record.from...) &&
+           visitor.template optional<std::string_view>("to", ChangedType_has_to, record.m..., record.to...) &&
+           visitor.template optional<double>("by", ChangedType_has_by, record.m..., record.by...) &&
+           visitor.template member<List<Attribute>>("_anyAttr", record._anyAttr...) &&
+           visitor.template member<List<NamespaceDeclaration>>("nsDecls", record.nsDecls...);
   }
 
   std::string_view value() const { return textOf(raw().value); }
@@ -201,6 +245,14 @@ public:
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_TriggerType(ctx, record);
   }
+  static void print(const char *name, const Raw *record) { QxPrint_TriggerType(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<List<imscodec::filterset::ChangedType>>("changed", record.changed...) &&
+           visitor.template member<List<std::string_view>>("added", record.added...) &&
+           visitor.template member<List<std::string_view>>("removed", record.removed...) &&
+           visitor.template member<List<Foreign>>("", record._any...);
+  }
 
   List<imscodec::filterset::ChangedType> changed() const { return List<imscodec::filterset::ChangedType>(raw().changed); }
   [[nodiscard]] Optional<imscodec::filterset::ChangedType> add_changed(Context &context) {
@@ -230,6 +282,19 @@ public:
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_FilterType(ctx, record); }
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_FilterType(ctx, record);
+  }
+  static void print(const char *name, const Raw *record) { QxPrint_FilterType(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template optional<imscodec::filterset::WhatType>("what", FilterType_has_what, record.m..., record.what...) &&
+           visitor.template member<List<imscodec::filterset::TriggerType>>("trigger", record.trigger...) &&
+           visitor.template member<List<Foreign>>("", record._any...) &&
+           visitor.template member<std::string_view>("id", record.id...) &&
+           visitor.template optional<std::string_view>("uri", FilterType_has_uri, record.m..., record.uri...) &&
+           visitor.template optional<std::string_view>("domain", FilterType_has_domain, record.m..., record.domain...) &&
+           visitor.template optional<bool>("remove_", FilterType_has_remove, record.m..., record.remove_...) &&
+           visitor.template optional<bool>("enabled", FilterType_has_enabled, record.m..., record.enabled...) &&
+           visitor.template member<List<Attribute>>("_anyAttr", record._anyAttr...);
   }
 
   Optional<imscodec::filterset::WhatType> what() const { return {has(FilterType_has_what), &raw().what}; }
@@ -306,6 +371,14 @@ public:
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     sweep(ctx, record);
     QxMemFree_FilterSetType(ctx, record);
+  }
+  static void print(const char *name, const Raw *record) { QxPrint_FilterSetType(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template optional<imscodec::filterset::NSBindings>("ns_bindings", FilterSetType_has_ns_bindings, record.m..., record.ns_bindings...) &&
+           visitor.template member<List<imscodec::filterset::FilterType>>("filter", record.filter...) &&
+           visitor.template optional<std::string_view>("package_", FilterSetType_has_package, record.m..., record.package_...) &&
+           visitor.template member<List<Attribute>>("_anyAttr", record._anyAttr...);
   }
 
   Optional<imscodec::filterset::NSBindings> ns_bindings() const { return {has(FilterSetType_has_ns_bindings), &raw().ns_bindings}; }

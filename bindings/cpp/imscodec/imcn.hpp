@@ -15,6 +15,14 @@ public:
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_tAlternativeService(ctx, record);
   }
+  static void print(const char *name, const Raw *record) { QxPrint_tAlternativeService(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<std::string_view>("type", record.type...) &&
+           visitor.template member<std::string_view>("reason", record.reason...) &&
+           visitor.template member<List<Foreign>>("", record.anyElems...) &&
+           visitor.template member<List<Attribute>>("_anyAttr", record._anyAttr...);
+  }
 
   std::string_view type() const { return textOf(raw().type); }
   [[nodiscard]] bool set_type(Context &context, std::string_view text) {
@@ -44,6 +52,15 @@ public:
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tIMS3GPP_1(ctx, record); }
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_tIMS3GPP_1(ctx, record);
+  }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    if (!visitor.selector(record.t...)) return false;
+    switch (detail::first(record.t...)) {
+    case tIMS3GPP_1_alternative_service: return visitor.template alternative<imscodec::imcn::tAlternativeService>("alternative_service", record.u.alternative_service...);
+    case tIMS3GPP_1_service_info: return visitor.template alternative<std::string_view>("service_info", record.u.service_info...);
+    default: return true;
+    }
   }
 
   // The alternative that is chosen; none of a choice that nobody has made.
@@ -94,6 +111,13 @@ public:
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_tIMS3GPP(ctx, record); }
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_tIMS3GPP(ctx, record);
+  }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<imscodec::imcn::tIMS3GPP_1>("_choice1", record._choice1...) &&
+           visitor.template member<List<Foreign>>("", record.anyElems...) &&
+           visitor.template member<double>("version", record.version...) &&
+           visitor.template member<List<Attribute>>("_anyAttr", record._anyAttr...);
   }
 
   imscodec::imcn::tIMS3GPP_1 choice1() const { return imscodec::imcn::tIMS3GPP_1(raw()._choice1); }

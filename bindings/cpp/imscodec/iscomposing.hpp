@@ -15,6 +15,15 @@ public:
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_tns__isComposing(ctx, record);
   }
+  static void print(const char *name, const Raw *record) { QxPrint_tns__isComposing(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<std::string_view>("tns_state", record.tns_state...) &&
+           visitor.template optional<std::string_view>("tns_lastactive", tns__isComposing_has_lastactive, record.m..., record.tns_lastactive...) &&
+           visitor.template optional<std::string_view>("tns_contenttype", tns__isComposing_has_contenttype, record.m..., record.tns_contenttype...) &&
+           visitor.template optional<std::uint32_t>("tns_refresh", tns__isComposing_has_refresh, record.m..., record.tns_refresh...) &&
+           visitor.template member<List<Foreign>>("", record.anyElems...);
+  }
 
   std::string_view state() const { return textOf(raw().tns_state); }
   [[nodiscard]] bool set_state(Context &context, std::string_view text) {

@@ -21,6 +21,11 @@ public:
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_isbSettingType_incoming_session_barring(ctx, record); }
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
   }
+  static void print(const char *name, const Raw *record) { QxPrint_isbSettingType_incoming_session_barring(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<bool>("active", record.active...);
+  }
 
   bool active() const { return raw().active; }
   void set_active(bool value) { raw().active = value; }
@@ -33,6 +38,13 @@ public:
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_isbSettingType(ctx, record); }
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_isbSettingType(ctx, record);
+  }
+  static void print(const char *name, const Raw *record) { QxPrint_isbSettingType(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<imscodec::pocsettings::isbSettingType_incoming_session_barring>("incoming_session_barring", record.incoming_session_barring...) &&
+           visitor.template member<List<Foreign>>("", record.anyElems...) &&
+           visitor.template member<List<Attribute>>("_anyAttr", record._anyAttr...);
   }
 
   imscodec::pocsettings::isbSettingType_incoming_session_barring incoming_session_barring() const { return imscodec::pocsettings::isbSettingType_incoming_session_barring(raw().incoming_session_barring); }
@@ -56,6 +68,13 @@ public:
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_amSettingType(ctx, record);
   }
+  static void print(const char *name, const Raw *record) { QxPrint_amSettingType(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<imscodec::pocsettings::amSettingType_answer_mode>("answer_mode", record.answer_mode...) &&
+           visitor.template member<List<Foreign>>("", record.anyElems...) &&
+           visitor.template member<List<Attribute>>("_anyAttr", record._anyAttr...);
+  }
 
   imscodec::pocsettings::amSettingType_answer_mode answer_mode() const { return static_cast<imscodec::pocsettings::amSettingType_answer_mode>(raw().answer_mode); }
   void set_answer_mode(imscodec::pocsettings::amSettingType_answer_mode value) { raw().answer_mode = static_cast<std::uint16_t>(value); }
@@ -78,6 +97,11 @@ public:
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_ipabSettingType_incoming_personal_alert_barring(ctx, record); }
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
   }
+  static void print(const char *name, const Raw *record) { QxPrint_ipabSettingType_incoming_personal_alert_barring(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<bool>("active", record.active...);
+  }
 
   bool active() const { return raw().active; }
   void set_active(bool value) { raw().active = value; }
@@ -90,6 +114,13 @@ public:
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_ipabSettingType(ctx, record); }
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_ipabSettingType(ctx, record);
+  }
+  static void print(const char *name, const Raw *record) { QxPrint_ipabSettingType(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<imscodec::pocsettings::ipabSettingType_incoming_personal_alert_barring>("incoming_personal_alert_barring", record.incoming_personal_alert_barring...) &&
+           visitor.template member<List<Foreign>>("", record.anyElems...) &&
+           visitor.template member<List<Attribute>>("_anyAttr", record._anyAttr...);
   }
 
   imscodec::pocsettings::ipabSettingType_incoming_personal_alert_barring incoming_personal_alert_barring() const { return imscodec::pocsettings::ipabSettingType_incoming_personal_alert_barring(raw().incoming_personal_alert_barring); }
@@ -112,6 +143,11 @@ public:
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_sssSettingType_simultaneous_sessions_support(ctx, record); }
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
   }
+  static void print(const char *name, const Raw *record) { QxPrint_sssSettingType_simultaneous_sessions_support(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<bool>("active", record.active...);
+  }
 
   bool active() const { return raw().active; }
   void set_active(bool value) { raw().active = value; }
@@ -124,6 +160,13 @@ public:
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_sssSettingType(ctx, record); }
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_sssSettingType(ctx, record);
+  }
+  static void print(const char *name, const Raw *record) { QxPrint_sssSettingType(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<imscodec::pocsettings::sssSettingType_simultaneous_sessions_support>("simultaneous_sessions_support", record.simultaneous_sessions_support...) &&
+           visitor.template member<List<Foreign>>("", record.anyElems...) &&
+           visitor.template member<List<Attribute>>("_anyAttr", record._anyAttr...);
   }
 
   imscodec::pocsettings::sssSettingType_simultaneous_sessions_support simultaneous_sessions_support() const { return imscodec::pocsettings::sssSettingType_simultaneous_sessions_support(raw().simultaneous_sessions_support); }
@@ -146,6 +189,17 @@ public:
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_entityType(ctx, record); }
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_entityType(ctx, record);
+  }
+  static void print(const char *name, const Raw *record) { QxPrint_entityType(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template optional<imscodec::pocsettings::isbSettingType>("isb_settings", entityType_has_isb_settings, record.m..., record.isb_settings...) &&
+           visitor.template optional<imscodec::pocsettings::amSettingType>("am_settings", entityType_has_am_settings, record.m..., record.am_settings...) &&
+           visitor.template optional<imscodec::pocsettings::ipabSettingType>("ipab_settings", entityType_has_ipab_settings, record.m..., record.ipab_settings...) &&
+           visitor.template optional<imscodec::pocsettings::sssSettingType>("sss_settings", entityType_has_sss_settings, record.m..., record.sss_settings...) &&
+           visitor.template member<List<Foreign>>("", record.anyElems...) &&
+           visitor.template member<std::string_view>("id", record.id...) &&
+           visitor.template member<List<Attribute>>("_anyAttr", record._anyAttr...);
   }
 
   Optional<imscodec::pocsettings::isbSettingType> isb_settings() const { return {has(entityType_has_isb_settings), &raw().isb_settings}; }
@@ -215,6 +269,13 @@ public:
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_poc_settingsType(ctx, record); }
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_poc_settingsType(ctx, record);
+  }
+  static void print(const char *name, const Raw *record) { QxPrint_poc_settingsType(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<List<imscodec::pocsettings::entityType>>("entity", record.entity...) &&
+           visitor.template member<List<Foreign>>("", record.anyElems...) &&
+           visitor.template member<List<Attribute>>("_anyAttr", record._anyAttr...);
   }
 
   List<imscodec::pocsettings::entityType> entity() const { return List<imscodec::pocsettings::entityType>(raw().entity); }

@@ -15,6 +15,12 @@ public:
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_cp_oneType(ctx, record);
   }
+  static void print(const char *name, const Raw *record) { QxPrint_cp_oneType(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template optional<Foreign>("cp__any", cp_oneType_has_any, record.m..., record.cp__any...) &&
+           visitor.template member<std::string_view>("cp_id", record.cp_id...);
+  }
 
   Optional<Foreign> any() const { return {has(cp_oneType_has_any), &raw().cp__any}; }
   [[nodiscard]] bool set_any(Context &context, std::string_view xml) {
@@ -45,6 +51,12 @@ public:
   }
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     sweep(ctx, record);
+  }
+  static void print(const char *name, const Raw *record) { QxPrint_cp_exceptType(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template optional<std::string_view>("cp_domain", cp_exceptType_has_domain, record.m..., record.cp_domain...) &&
+           visitor.template optional<std::string_view>("cp_id", cp_exceptType_has_id, record.m..., record.cp_id...);
   }
 
   Optional<std::string_view> domain() const { return {has(cp_exceptType_has_domain), &raw().cp_domain}; }
@@ -82,6 +94,15 @@ public:
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     sweep(ctx, record);
     QxMemFree_cp_manyType_1(ctx, record);
+  }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    if (!visitor.selector(record.t...)) return false;
+    switch (detail::first(record.t...)) {
+    case cp_manyType_1_except: return visitor.template alternative<imscodec::ruleset::exceptType>("cp_except", record.u.cp_except...);
+    case cp_manyType_1_any: return visitor.template alternative<Foreign>("cp__any", record.u.cp__any...);
+    default: return true;
+    }
   }
 
   // The alternative that is chosen; none of a choice that nobody has made.
@@ -138,6 +159,11 @@ public:
     sweep(ctx, record);
     QxMemFree_cp_manyType(ctx, record);
   }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<List<imscodec::ruleset::manyType_1>>("cp__choice", record.cp__choice...) &&
+           visitor.template optional<std::string_view>("cp_domain", cp_manyType_has_domain, record.m..., record.cp_domain...);
+  }
 
   List<imscodec::ruleset::manyType_1> choice() const { return List<imscodec::ruleset::manyType_1>(raw().cp__choice); }
   [[nodiscard]] Optional<imscodec::ruleset::manyType_1> add_choice(Context &context) {
@@ -168,6 +194,16 @@ public:
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     sweep(ctx, record);
     QxMemFree_cp_identityType_1(ctx, record);
+  }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    if (!visitor.selector(record.t...)) return false;
+    switch (detail::first(record.t...)) {
+    case cp_identityType_1_one: return visitor.template alternative<imscodec::ruleset::oneType>("cp_one", record.u.cp_one...);
+    case cp_identityType_1_many: return visitor.template alternative<imscodec::ruleset::manyType>("cp_many", record.u.cp_many...);
+    case cp_identityType_1_any: return visitor.template alternative<Foreign>("cp__any", record.u.cp__any...);
+    default: return true;
+    }
   }
 
   // The alternative that is chosen; none of a choice that nobody has made.
@@ -232,6 +268,10 @@ public:
     sweep(ctx, record);
     QxMemFree_cp_identityType(ctx, record);
   }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<List<imscodec::ruleset::identityType_1>>("", record.items...);
+  }
 
   List<imscodec::ruleset::identityType_1> items() const { return List<imscodec::ruleset::identityType_1>(raw().items); }
   [[nodiscard]] Optional<imscodec::ruleset::identityType_1> add_items(Context &context) {
@@ -251,6 +291,11 @@ public:
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     sweep(ctx, record);
   }
+  static void print(const char *name, const Raw *record) { QxPrint_cp_sphereType(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<std::string_view>("cp_value", record.cp_value...);
+  }
 
   std::string_view value() const { return textOf(raw().cp_value); }
   [[nodiscard]] bool set_value(Context &context, std::string_view text) {
@@ -265,6 +310,12 @@ public:
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp_validityType(ctx, record); }
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_cp_validityType(ctx, record);
+  }
+  static void print(const char *name, const Raw *record) { QxPrint_cp_validityType(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<std::string_view>("cp_from", record.cp_from...) &&
+           visitor.template member<std::string_view>("cp_until", record.cp_until...);
   }
 
   std::string_view from() const { return textOf(raw().cp_from); }
@@ -291,6 +342,17 @@ public:
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     sweep(ctx, record);
     QxMemFree_cp_conditionsType_1(ctx, record);
+  }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    if (!visitor.selector(record.t...)) return false;
+    switch (detail::first(record.t...)) {
+    case cp_conditionsType_1_identity: return visitor.template alternative<imscodec::ruleset::identityType>("cp_identity", record.u.cp_identity...);
+    case cp_conditionsType_1_sphere: return visitor.template alternative<imscodec::ruleset::sphereType>("cp_sphere", record.u.cp_sphere...);
+    case cp_conditionsType_1_validity: return visitor.template alternative<imscodec::ruleset::validityType>("cp_validity", record.u.cp_validity...);
+    case cp_conditionsType_1_any: return visitor.template alternative<List<Foreign>>("cp__any", record.u.cp__any...);
+    default: return true;
+    }
   }
 
   // The alternative that is chosen; none of a choice that nobody has made.
@@ -360,6 +422,10 @@ public:
     sweep(ctx, record);
     QxMemFree_cp_conditionsType(ctx, record);
   }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<List<imscodec::ruleset::conditionsType_1>>("", record.items...);
+  }
 
   List<imscodec::ruleset::conditionsType_1> items() const { return List<imscodec::ruleset::conditionsType_1>(raw().items); }
   [[nodiscard]] Optional<imscodec::ruleset::conditionsType_1> add_items(Context &context) {
@@ -374,6 +440,11 @@ public:
   static void initialise(RuntimeContext *ctx, Raw *record) { QxInit_cp_extensibleType(ctx, record); }
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     QxMemFree_cp_extensibleType(ctx, record);
+  }
+  static void print(const char *name, const Raw *record) { QxPrint_cp_extensibleType(name, record); }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<List<Foreign>>("", record.items...);
   }
 
   List<Foreign> items() const { return List<Foreign>(raw().items.items); }
@@ -394,6 +465,13 @@ public:
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     sweep(ctx, record);
     QxMemFree_cp_ruleType(ctx, record);
+  }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template optional<imscodec::ruleset::conditionsType>("cp_conditions", cp_ruleType_has_conditions, record.m..., record.cp_conditions...) &&
+           visitor.template optional<imscodec::ruleset::extensibleType>("cp_actions", cp_ruleType_has_actions, record.m..., record.cp_actions...) &&
+           visitor.template optional<imscodec::ruleset::extensibleType>("cp_transformations", cp_ruleType_has_transformations, record.m..., record.cp_transformations...) &&
+           visitor.template member<std::string_view>("cp_id", record.cp_id...);
   }
 
   Optional<imscodec::ruleset::conditionsType> conditions() const { return {has(cp_ruleType_has_conditions), &raw().cp_conditions}; }
@@ -447,6 +525,10 @@ public:
   static void dispose([[maybe_unused]] RuntimeContext *ctx, [[maybe_unused]] Raw *record) {
     sweep(ctx, record);
     QxMemFree_cp__ruleset(ctx, record);
+  }
+  template <class Visitor, class... Records>
+  static bool visitMembers(const Visitor &visitor, Records &...record) {
+    return visitor.template member<List<imscodec::ruleset::ruleType>>("cp_rule", record.cp_rule...);
   }
 
   List<imscodec::ruleset::ruleType> rule() const { return List<imscodec::ruleset::ruleType>(raw().cp_rule); }

@@ -96,7 +96,7 @@ TEST(Record, ItemsAreZeroAndInOrder) {
   Context ctx;
   RtxList list{};
   std::vector<void *> items;
-  for (const size_t size : {24, 1, 704, 3000, 0}) {
+  for (const size_t size : {24u, 1u, 704u, 3000u, 0u}) {
     // Storage that is used again has something in it.
     void *used = rtxMemHeapAlloc(ctx, size);
     std::memset(used, 0xA5, size);

@@ -182,8 +182,15 @@ std::unique_ptr<Workload> makeFirstUse(const Document &document) { return std::m
 
 const std::vector<NamedWorkload> &allWorkloads() {
   static const std::vector<NamedWorkload> workloads = {
-      {"floor", makeFloor},       {"reader", makeReader}, {"decode", makeDecode},      {"release", makeRelease},
-      {"validate", makeValidate}, {"encode", makeEncode}, {"first-use", makeFirstUse},
+      {"floor", makeFloor},
+      {"reader", makeReader},
+      {"decode", makeDecode},
+      {"release", makeRelease},
+      {"validate", makeValidate},
+      {"encode", makeEncode},
+      {"first-use", makeFirstUse},
+      {"host-c", makeHostInC, false, "abd"},
+      {"host-cpp", makeHostInCpp, false, "abd"},
   };
   return workloads;
 }

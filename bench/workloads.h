@@ -51,6 +51,9 @@ std::unique_ptr<Workload> makeEncode(const Document &document);
 std::unique_ptr<Workload> makeRelease(const Document &document);
 // A context in its first use: created, one body decoded, freed.
 std::unique_ptr<Workload> makeFirstUse(const Document &document);
+// All that a host does with a message, written in C and in C++; of documents a, b and d.
+std::unique_ptr<Workload> makeHostInC(const Document &document);
+std::unique_ptr<Workload> makeHostInCpp(const Document &document);
 
 // The floor first.
 const std::vector<NamedWorkload> &allWorkloads();

@@ -59,6 +59,26 @@ TEST(CppPrint, GivesTheLinesOfTheCInterface) {
   });
 }
 
+TEST(CppPrint, OfTheCInterfaceGoesToASinkAsAWhole) {
+  Context context;
+  auto read = context.decode<dialoginfo::dialog>(bodyOf_tns_dialog);
+  ASSERT_TRUE(read);
+  ASSERT_TRUE(read->set_call_id(context, std::string(2000, 'c')));
+  Lines taken;
+  RtxPrintSink sink{[](void *user, const char *line, size_t length) {
+                      static_cast<Lines *>(user)->emplace_back(line, length);
+                      return 0;
+                    },
+                    &taken, 0};
+  EXPECT_EQ("", support::captureStdout([&] {
+              EXPECT_EQ(nullptr, rtxSetPrintSink(&sink));
+              EXPECT_EQ(0, QxPrint_tns__dialog("record", &(*read).raw()));
+              EXPECT_EQ(&sink, rtxSetPrintSink(nullptr));
+            }));
+  EXPECT_EQ(printedByC(*read, "dialog"), taken);
+  EXPECT_GT(taken.size(), 20u);
+}
+
 // Through the C interface a sink has all lines but those of selectors.
 TEST(CppPrint, IsNeededForTheSelectorsOfChoices) {
   records::forEachDocument([]<class T>(const char *root, const char *body) {

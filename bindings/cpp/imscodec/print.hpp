@@ -129,7 +129,7 @@ private:
 template <class R, std::invocable<std::string_view> Put> bool print(const R &record, const char *name, Put put) {
   RtxPrintSink sink{};
   sink.user = &put;
-  sink.put = [](void *user, const char *line, std::size_t length) -> int {
+  sink.put = [](void *user, const char *line, std::size_t length) noexcept -> int {
     const std::string_view text(line, length);
     Put &taker = *static_cast<Put *>(user);
     if constexpr (std::is_void_v<std::invoke_result_t<Put &, std::string_view>>) {

@@ -21,10 +21,17 @@
 extern "C" {
 #endif
 
+/* A start tag. Non-zero skips the element. What the arguments point at lives during the callback. */
 typedef int (*RtSaxStartElement)(void *handler, const char *localName, const char *qualifiedName,
                                  const char *const *attributes);
+
+/* An end tag; the result does not matter. */
 typedef int (*RtSaxEndElement)(void *handler, const char *localName, const char *qualifiedName);
+
+/* Character data, without a NUL behind it; the result does not matter. */
 typedef int (*RtSaxCharacters)(void *handler, const char *bytes, size_t length);
+
+/* The owner has no more use for the handler. */
 typedef void (*RtSaxRelease)(RuntimeContext *ctx, void *handler);
 
 /*
@@ -32,11 +39,11 @@ typedef void (*RtSaxRelease)(RuntimeContext *ctx, void *handler);
  * frees the delegateStorage.
  */
 typedef struct RTX_MAY_ALIAS RtSaxHandler {
-  RtSaxStartElement startElement;
-  RtSaxEndElement endElement;
-  RtSaxCharacters characters;
-  RtSaxRelease release; /* null: nothing to do */
-  void *delegateStorage;
+  RtSaxStartElement startElement; /* never null */
+  RtSaxEndElement endElement;     /* never null */
+  RtSaxCharacters characters;     /* never null */
+  RtSaxRelease release;           /* null: nothing to do */
+  void *delegateStorage;          /* block of the heap for the handler of a child; null: none yet */
 } RtSaxHandler;
 
 /* Bytes of a block that holds any handler of the codec or of a runtime. */
@@ -50,16 +57,16 @@ typedef struct SaxTypeHandler {
   RtSaxEndElement endElement;
   RtSaxCharacters characters;
   RtSaxRelease release;
-  void *delegateStorage; /* heap block for the handler of a child */
-  RuntimeContext *context;
-  const char *rootName; /* expected name of the handler's own element, null: any */
-  int32_t level;        /* open elements, the handler's own included */
-  int32_t startLevel;
-  int16_t elementId; /* of the child being read */
-  uint8_t contentState;
-  void *record;
-  uint32_t seenRequired;  /* one bit for each required child */
-  RtSaxHandler *delegate; /* receives the events of a child while that is open */
+  void *delegateStorage;
+  RuntimeContext *context; /* whose reader drives it */
+  const char *rootName;    /* expected name of the handler's own element, null: any */
+  int32_t level;           /* open elements, the handler's own included */
+  int32_t startLevel;      /* that its init was given: 0 */
+  int16_t elementId;       /* of the child being read */
+  uint8_t contentState;    /* which children may come next: a column of the type's state table */
+  void *record;            /* what is filled */
+  uint32_t seenRequired;   /* one bit for each required child */
+  RtSaxHandler *delegate;  /* receives the events of a child while that is open */
   /* Of the engine that drives the handler. */
   const void *type;
   const void *field;    /* of the child being read */
@@ -93,6 +100,7 @@ typedef struct VsaxTypeHandler {
 
 /* ---- Reader ----------------------------------------------------------------------------------------------- */
 
+/* A parse of a context's input; the runtime's own. */
 typedef struct RtSaxReader RtSaxReader;
 
 /*
@@ -114,6 +122,7 @@ RTX_API void rtSaxCReleaseReader(RtSaxReader *reader);
 
 /* ---- Lookups ---------------------------------------------------------------------------------------------- */
 
+/* A maxOccurs without bound. */
 #define RTSAX_UNBOUNDED UINT32_MAX
 enum {
   RTSAX_NOT_ALLOWED = 0xFF,
@@ -123,10 +132,10 @@ enum {
 
 /* A child particle; the row number is the element id. An empty name stands for any element. */
 typedef struct RtSaxElementInfo {
-  const char *name;
+  const char *name;       /* the local name */
   int32_t namespaceIndex; /* in the URI table; -1: no namespace */
   uint32_t minOccurs;     /* the occurrence columns describe; the state table alone decides */
-  uint32_t maxOccurs;
+  uint32_t maxOccurs;     /* or RTSAX_UNBOUNDED */
 } RtSaxElementInfo;
 
 /*

@@ -3,7 +3,7 @@
  * size (bytes that need no NUL behind them), record no error, and leave their result untouched when they fail.
  * Each returns 0, STATUS_INVALID_LEXICAL_FORM (XML Schema's lexical space decides), STATUS_INVALID_UTF8 or
  * STATUS_NO_MEMORY, or STATUS_BAD_CONTEXT for an unusable context. White space at both ends is skipped by all but
- * rtXmlDecXmlStr.
+ * rtXmlDecXmlStr. Arguments must not be null unless said so.
  */
 #ifndef RT_XML_DECODE_H
 #define RT_XML_DECODE_H
@@ -14,15 +14,15 @@
 extern "C" {
 #endif
 
-/* A date and time of XML Schema. hasZone false: no time zone was given. */
+/* A date and time of XML Schema. */
 typedef struct RtxDateTime {
-  int32_t year;
-  uint8_t month;
-  uint8_t day;
-  uint8_t hour;
-  uint8_t minute;
-  uint8_t second;
-  bool hasZone;
+  int32_t year;         /* negative: before the common era */
+  uint8_t month;        /* 1 to 12 */
+  uint8_t day;          /* 1 to 31 */
+  uint8_t hour;         /* 0 to 24 */
+  uint8_t minute;       /* 0 to 59 */
+  uint8_t second;       /* 0 to 59 */
+  bool hasZone;         /* false: no time zone was given */
   int16_t zoneMinutes;  /* east of UTC */
   uint32_t nanoseconds; /* further digits are dropped */
 } RtxDateTime;
@@ -30,6 +30,7 @@ typedef struct RtxDateTime {
 /* Stores a heap copy of the text with cdata false. The text that was there is not freed. */
 RTX_API int rtXmlDecXmlStr(RuntimeContext *ctx, RtxXmlString *text);
 
+/* Convert a text of their datatype; numbers beyond the type of value are none of its texts. */
 RTX_API int rtXmlDecUInt(RuntimeContext *ctx, uint32_t *value);
 RTX_API int rtXmlDecUInt16(RuntimeContext *ctx, uint16_t *value);
 RTX_API int rtXmlDecBool(RuntimeContext *ctx, bool *value);      /* true, false, 1, 0 */
@@ -44,13 +45,17 @@ RTX_API int rtXmlDecTime(RuntimeContext *ctx, RtxDateTime *value); /* year, mont
 RTX_API int rtXmlDecHexBinary(RuntimeContext *ctx, const char *digits, size_t length, RtXmlHexState *state,
                               RtxMemBuf *out);
 
-/* Converts a whole hexadecimal text into bytes on the heap; empty gives length 0 and null bytes. */
+/*
+ * Converts a whole hexadecimal text into bytes on the heap, which the caller frees; those that were there are not
+ * freed. Empty gives length 0 and null bytes.
+ */
 RTX_API int rtXmlDecDynHexStr(RuntimeContext *ctx, RtxHexBinary *value);
 
-/* Applies a white space rule to the text buffer in place; mode 0, the only one, collapses. */
 enum {
   RTXML_WS_COLLAPSE = 0
 };
+
+/* Applies a white space rule to the text buffer in place; RTXML_WS_COLLAPSE is the only mode. */
 RTX_API int rtXmlTreatWhitespaces(RuntimeContext *ctx, int mode);
 
 /*

@@ -36,24 +36,24 @@ enum RtxXmlState {
 
 /* A byte buffer that grows on a context's heap. All zero but the context is empty. */
 typedef struct RtxMemBuf {
-  RuntimeContext *context;
-  size_t start; /* index of the first byte in use */
-  size_t used;  /* index behind the last byte in use */
-  size_t capacity;
-  char *data; /* null until something was appended */
+  RuntimeContext *context; /* whose heap it grows on */
+  size_t start;            /* index of the first byte in use */
+  size_t used;             /* index behind the last byte in use */
+  size_t capacity;         /* bytes that data has room for */
+  char *data;              /* null until something was appended */
 } RtxMemBuf;
 
 /* What handlers may touch of the reader: the buffer in which a child's character data is collected. */
 typedef struct RtxReaderInfo {
-  RtxMemBuf text;
+  RtxMemBuf text; /* from start to used: what was collected so far */
 } RtxReaderInfo;
 
 /* The bytes that encoders write to and converters read from. */
 typedef struct RtxTextBuffer {
-  char *data;
+  char *data;       /* null: neither input nor output */
   size_t byteIndex; /* where the next byte is written or read */
-  size_t size;
-  bool dynamic; /* grows on demand; data then belongs to the context */
+  size_t size;      /* bytes of data */
+  bool dynamic;     /* grows on demand; data then belongs to the context */
 } RtxTextBuffer;
 
 /* Called with the context when the context is freed. */
@@ -64,26 +64,26 @@ typedef void (*RtxContextRelease)(RuntimeContext *ctx);
  * on globalData if it uses neither registry of the codec. Everything else is behind internals.
  */
 struct RuntimeContext {
-  uintptr_t signature; /* tells a context from other storage; set by rtxContextCreate */
-  RtxTextBuffer buffer;
-  uint32_t flags;
-  uint8_t state;
-  bool traced; /* a trace was asked for: handlers then call rtSaxDiagStartFunc and rtSaxDiagEndFunc */
+  uintptr_t signature;  /* tells a context from other storage; set by rtxContextCreate */
+  RtxTextBuffer buffer; /* the input, the output, or what is being converted */
+  uint32_t flags;       /* of RtxContextFlag */
+  uint8_t state;        /* of RtxXmlState */
+  bool traced;          /* a trace was asked for: handlers then call rtSaxDiagStartFunc and rtSaxDiagEndFunc */
   /* RTX_CONTRACT_VERSION of the runtime; set by rtxContextCreate. The codec refuses a context with another than it was
      built for, with STATUS_BAD_CONTEXT. This member and those above stay where they are in every version. */
   uint16_t contract;
-  RtxReaderInfo *reader; /* never null in a context that rtxContextCreate made */
-  void *globalData;
-  RtxContextRelease globalRelease;
-  struct RtxInternals *internals;
+  RtxReaderInfo *reader;           /* never null in a context that rtxContextCreate made */
+  void *globalData;                /* null in a new context */
+  RtxContextRelease globalRelease; /* called with the context when that is freed; null: nothing to do */
+  struct RtxInternals *internals;  /* the runtime's own */
 };
 
 /* What a host may choose when it creates a context. Fill it with rtxOptionsInit first, then change members. */
 typedef struct RuntimeOptions {
-  /* Storage. Both callbacks or neither; null takes malloc and free. Blocks must suit any type. */
+  /* Storage. Both callbacks or neither; null takes malloc and free. Blocks must suit any type; null is no storage. */
   void *(*allocate)(void *user, size_t size);
-  void (*release)(void *user, void *block);
-  void *allocatorUser;
+  void (*release)(void *user, void *block); /* block is never null */
+  void *allocatorUser;                      /* passed as user */
 
   size_t heapLimit;        /* bytes of records and scratch alive at once; default 32 MiB */
   size_t inputLimit;       /* bytes of one document; default 16 MiB */
@@ -97,15 +97,16 @@ typedef struct RuntimeOptions {
 
   /* Called at the entry (enter true) and exit of every handler callback. Null: no trace. */
   void (*trace)(void *user, bool enter, const char *function, const char *element);
-  void *traceUser;
+  void *traceUser; /* passed as user */
 } RuntimeOptions;
 
 /* Fills options with the defaults. Null is a no-op. */
 RTX_API void rtxOptionsInit(RuntimeOptions *options);
 
 /*
- * A new context, or null if there is no storage. options null takes the defaults; the options are copied.
- * The caller frees it with rtxContextFree. May be called on several threads at once.
+ * A new context, or null if there is no storage or options have one of the storage callbacks without the other. options
+ * null takes the defaults; the options are copied. The caller frees it with rtxContextFree. May be called on several
+ * threads at once.
  */
 RTX_API RuntimeContext *rtxContextCreate(const RuntimeOptions *options);
 
@@ -117,12 +118,11 @@ RTX_API RuntimeContext *rtxContextCreate(const RuntimeOptions *options);
 RTX_API void rtxContextReset(RuntimeContext *ctx);
 
 /*
- * Frees a context and all that it holds. globalRelease is called once, first, if it is set.
- * Null is a no-op.
+ * Frees a context and all that it holds. globalRelease is called once, first, if it is set. Null is a no-op.
  */
 RTX_API void rtxContextFree(RuntimeContext *ctx);
 
-/* 0, or STATUS_BAD_CONTEXT if ctx is null or no context that rtxContextCreate made. */
+/* 0, or STATUS_BAD_CONTEXT if ctx is unusable: null, or storage that is no context of rtxContextCreate's. */
 RTX_API int rtxCheckContext(RuntimeContext *ctx);
 
 /*
@@ -152,14 +152,18 @@ RTX_API int rtxSetOutputDynamic(RuntimeContext *ctx);
 
 /*
  * What was written since the output was set, NUL-terminated once an encoder has succeeded; *length (null
- * allowed) takes its bytes. Null when the context has no output. Valid until the output changes.
+ * allowed) takes its bytes. Null, and length 0, when the context has no output or is unusable. Valid until the output
+ * changes.
  */
 RTX_API const char *rtxGetOutput(RuntimeContext *ctx, size_t *length);
 
-/* The most errors that each reader created from now on lets the codec record; 0 records none. */
+/*
+ * The most errors that each reader created from now on lets the codec record; 0 records none. An unusable context is a
+ * no-op.
+ */
 RTX_API void rtxSetErrorLimit(RuntimeContext *ctx, uint32_t limit);
 
-/* "major.minor.patch" of the runtime. */
+/* "major.minor.patch" of the runtime, a constant. Needs no context. */
 RTX_API const char *rtxVersion(void);
 
 #ifdef __cplusplus

@@ -1,4 +1,7 @@
-/* Error records of a context. */
+/*
+ * Error records of a context. Every function here accepts a null or unusable context: it then records nothing, and
+ * returns what it says of a context without errors.
+ */
 #ifndef RTX_ERROR_H
 #define RTX_ERROR_H
 
@@ -9,9 +12,10 @@ extern "C" {
 #endif
 
 /* ---- For the codec ---------------------------------------------------------------------------------------- */
-/* All accept a null or unusable context: they then record nothing and only return what they say. */
-
-/* Starts a new record with the parameters added since the last record. Returns status. path must be constant. */
+/*
+ * Starts a new record with the parameters added since the last record. Status 0 is a no-op. Returns status. path must
+ * be constant.
+ */
 RTX_API int rtxErrSetNewData(RuntimeContext *ctx, int status, const char *path, int line);
 
 /*
@@ -20,7 +24,10 @@ RTX_API int rtxErrSetNewData(RuntimeContext *ctx, int status, const char *path, 
  */
 RTX_API int rtxErrSetData(RuntimeContext *ctx, int status, const char *path, int line);
 
-/* Add a parameter to the record about to be started. Texts are copied; null is an empty text. */
+/*
+ * Add a parameter to the record about to be started. Texts are copied; null is an empty text. A text for which there is
+ * no storage becomes empty; more than eight parameters are dropped.
+ */
 RTX_API void rtxErrAddStrParm(RuntimeContext *ctx, const char *text);
 RTX_API void rtxErrAddIntParm(RuntimeContext *ctx, int32_t value);
 RTX_API void rtxErrAddUIntParm(RuntimeContext *ctx, uint32_t value);
@@ -36,43 +43,44 @@ RTX_API int rtxErrGetLastError(RuntimeContext *ctx);
 
 /* ---- For hosts -------------------------------------------------------------------------------------------- */
 
+/* Which member of a parameter has its value. */
 typedef enum RtxErrorParamKind {
   RTX_PARAM_TEXT,
   RTX_PARAM_INT,
   RTX_PARAM_UINT
 } RtxErrorParamKind;
 
+/* A parameter of an error, such as the name of an element. */
 typedef struct RtxErrorParam {
-  RtxErrorParamKind kind;
-  const char *text; /* NUL-terminated; null unless kind is RTX_PARAM_TEXT. Cut at 1024 bytes. */
-  size_t length;    /* of text, in bytes; the text may hold NUL bytes */
-  int32_t intValue;
-  uint32_t uintValue;
+  RtxErrorParamKind kind; /* what the value is */
+  const char *text;       /* NUL-terminated; null unless kind is RTX_PARAM_TEXT. Cut at 1024 bytes. */
+  size_t length;          /* of text, in bytes; the text may hold NUL bytes */
+  int32_t intValue;       /* of kind RTX_PARAM_INT; else 0 */
+  uint32_t uintValue;     /* of kind RTX_PARAM_UINT; else 0 */
 } RtxErrorParam;
 
-/* A function that the error passed through: source path (without suffix) and line. */
+/* A function that the error passed through. */
 typedef struct RtxErrorSite {
-  const char *path;
-  int line;
+  const char *path; /* of the source, without suffix; a constant */
+  int line;         /* the same in every build */
 } RtxErrorSite;
 
 /*
- * One error. Places are those of the input: line and column count from 1 (columns in bytes), the offset from 0, of the
- * element's "<", the attribute's name or the text's first byte. For input that had to be transcoded they refer
- * to its UTF-8 form and transcoded is true. line 0: the error has no place in an input.
+ * One error. Places are those of the input: of the element's "<", the attribute's name or the text's first byte. For
+ * input that had to be transcoded they refer to its UTF-8 form.
  */
 typedef struct RtxError {
-  int status;
-  uint32_t paramCount;
-  const RtxErrorParam *params;
-  uint32_t siteCount; /* sites kept, 16 at most; the first is where the error was found */
-  const RtxErrorSite *sites;
-  uint32_t siteTotal; /* sites passed, kept or not */
-  uint32_t line;
-  uint32_t column;
-  size_t offset;
-  bool transcoded;
-  const char *elementPath; /* names of the open elements as "/a/b"; empty outside an input */
+  int status;                  /* of RtxStatus */
+  uint32_t paramCount;         /* of params; rtxStatus.h tells which a status has */
+  const RtxErrorParam *params; /* in order */
+  uint32_t siteCount;          /* sites kept, 16 at most; the first is where the error was found */
+  const RtxErrorSite *sites;   /* in the order in which they were passed */
+  uint32_t siteTotal;          /* sites passed, kept or not */
+  uint32_t line;               /* from 1; 0: the error has no place in an input */
+  uint32_t column;             /* from 1, in bytes */
+  size_t offset;               /* from 0, in bytes */
+  bool transcoded;             /* the place is one in the UTF-8 form of the input */
+  const char *elementPath;     /* names of the open elements as "/a/b"; empty outside an input */
 } RtxError;
 
 /* Number of errors recorded, kept or not. */

@@ -1,4 +1,7 @@
-/* The heap, the collection buffer and the text buffer of a context. */
+/*
+ * The heap, the collection buffer and the text buffer of a context. Nothing here records an error. What frees, and what
+ * returns a pointer, takes an unusable context for one without storage: it does nothing, or returns null.
+ */
 #ifndef RTX_MEMORY_H
 #define RTX_MEMORY_H
 
@@ -16,7 +19,7 @@ extern "C" {
  */
 RTX_API void *rtxMemHeapAlloc(RuntimeContext *ctx, size_t size);
 
-/* Frees one block of this context's heap. Null is a no-op. */
+/* Frees one block of this context's heap, once. Null is a no-op. */
 RTX_API void rtxMemHeapFreePtr(RuntimeContext *ctx, const void *block);
 
 /* What a context's heap holds and has held, in bytes unless named otherwise. */
@@ -28,7 +31,7 @@ typedef struct RtxHeapStats {
   uint64_t systemCalls; /* calls of the system allocator since the context was created */
 } RtxHeapStats;
 
-/* Takes the statistics. A null or unusable context gives zeros. */
+/* Takes the statistics. An unusable context gives zeros; stats null is a no-op. */
 RTX_API void rtxHeapStats(RuntimeContext *ctx, RtxHeapStats *stats);
 
 /* ---- Memory buffer ---------------------------------------------------------------------------------------- */
@@ -43,20 +46,27 @@ RTX_API void rtxMemBufReset(RtxMemBuf *buffer);
 
 /*
  * Makes room for count more bytes behind byteIndex. Returns 0, STATUS_BUFFER_OVERFLOW when there is no output or a
- * fixed buffer has no room, STATUS_NO_MEMORY when a growing one cannot grow. May move the data: read data and byteIndex
- * again.
+ * fixed buffer has no room, STATUS_NO_MEMORY when a growing one cannot grow, STATUS_BAD_CONTEXT. May move the data:
+ * read data and byteIndex again.
  */
 RTX_API int rtxCheckBuffer(RuntimeContext *ctx, size_t count);
 
-/* Points the text buffer at bytes that outlive its use, for a conversion. Always 0. */
+/* Points the text buffer at bytes that outlive its use, for a conversion. 0, or STATUS_BAD_CONTEXT. */
 RTX_API int rtxInitContextBuffer(RuntimeContext *ctx, const char *bytes, size_t length);
 
 /* ---- Lists ------------------------------------------------------------------------------------------------ */
 
-/* Appends a node that refers to data. Returns the node, or null with the list unchanged. */
+/*
+ * Appends a node that refers to data, which the caller goes on to own until the node is there. Returns the node, or
+ * null with the list unchanged if there is no storage or list is null. A host that takes a node out of its list again
+ * frees data and node with rtxMemHeapFreePtr.
+ */
 RTX_API RtxListNode *rtxDListAppend(RuntimeContext *ctx, RtxList *list, void *data);
 
-/* Frees every node and the heap block that it refers to, and leaves the list empty. */
+/*
+ * Frees every node and the heap block that it refers to, and leaves the list empty. What the blocks refer to stays:
+ * release functions free that first. Null is a no-op.
+ */
 RTX_API void rtxDListFreeAll(RuntimeContext *ctx, RtxList *list);
 
 #ifdef __cplusplus

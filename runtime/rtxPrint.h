@@ -13,11 +13,15 @@ extern "C" {
 #endif
 
 RTX_API int rtxPrintCharStr(const char *name, const char *text); /* "text" in quotes; null as <null> */
-RTX_API int rtxPrintUnsigned(const char *name, uint32_t value);
-RTX_API int rtxPrintBoolean(const char *name, bool value);
-RTX_API int rtxPrintReal(const char *name, double value);
-RTX_API int rtxPrintHexBinary(const char *name, uint32_t length, const uint8_t *bytes);
+RTX_API int rtxPrintUnsigned(const char *name, uint32_t value);  /* decimal digits */
+RTX_API int rtxPrintBoolean(const char *name, bool value);       /* true or false */
+RTX_API int rtxPrintReal(const char *name, double value);        /* as few digits as tell the number */
+RTX_API int rtxPrintHexBinary(const char *name, uint32_t length, const uint8_t *bytes); /* two capital digits a byte */
+
+/* A foreign attribute: name = attributeName="attributeValue". A null value as <null>. */
 RTX_API int rtxPrintNVP(const char *name, const char *attributeName, const char *attributeValue);
+
+/* name = <null> */
 RTX_API int rtxPrintNull(const char *name);
 
 /* One line a declaration: name.xmlns or name.xmlns:prefix. */

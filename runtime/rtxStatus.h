@@ -1,4 +1,4 @@
-/* Status numbers of the codec and of the runtime beneath it. */
+/* Status numbers of the codec and of the runtime beneath it. A number keeps its meaning; further ones may come. */
 #ifndef RTX_STATUS_H
 #define RTX_STATUS_H
 
@@ -46,7 +46,10 @@ enum RtxStatus {
   STATUS_LIMIT_EXCEEDED = -107        /* a limit of the context was passed [limit, its value] */
 };
 
-/* The fixed English text of a status, for people. Never null; "unknown status" for a number that is none. */
+/*
+ * The fixed English text of a status, for people: wordings may change. Never null; "unknown status" for a number that
+ * is none. Needs no context.
+ */
 RTX_API const char *rtxStatusText(int status);
 
 #ifdef __cplusplus

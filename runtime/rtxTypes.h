@@ -1,4 +1,7 @@
-/* The plain data types that records, the codec and the runtime share. */
+/*
+ * The plain data types that records, the codec and the runtime share. What a decoder has put into them is of the heap
+ * of its context, and so is what a release function is to free; texts that are only encoded may lie anywhere.
+ */
 #ifndef RTX_TYPES_H
 #define RTX_TYPES_H
 
@@ -11,72 +14,69 @@ typedef struct RuntimeContext RuntimeContext;
 
 /* A text of a record: NUL-terminated UTF-8, or null when it is not set. */
 typedef struct RtxXmlString {
-  bool cdata; /* written as a CDATA section */
-  const char *value;
+  bool cdata;        /* written as a CDATA section */
+  const char *value; /* null: not set */
 } RtxXmlString;
 
-/* A node of a list. */
+/* A node of a list, a block of the heap by itself. */
 typedef struct RtxListNode {
-  void *data;
-  struct RtxListNode *next;
-  struct RtxListNode *prev;
+  void *data;               /* the item, a block of the heap too */
+  struct RtxListNode *next; /* null: the last */
+  struct RtxListNode *prev; /* null: the first */
 } RtxListNode;
 
 /* A doubly linked list. Empty is all zero. */
 typedef struct RtxList {
-  uint32_t count;
-  RtxListNode *head;
-  RtxListNode *tail;
+  uint32_t count;    /* of nodes */
+  RtxListNode *head; /* the first node; null: none */
+  RtxListNode *tail; /* the last one */
 } RtxList;
 
-/* Foreign elements; each item is an RtxXmlString that holds one whole element as XML text. */
+/* Foreign elements. */
 typedef struct RtxAnyList {
-  RtxList items;
+  RtxList items; /* of RtxXmlString: one whole element as XML text */
 } RtxAnyList;
 
 /* A foreign attribute. */
 typedef struct RtxNamePair {
-  const char *name;
-  const char *value;
+  const char *name;  /* with its prefix, as it was written */
+  const char *value; /* references resolved */
 } RtxNamePair;
 
-/* Foreign attributes; each item is an RtxNamePair. */
+/* Foreign attributes. */
 typedef struct RtxAttrList {
-  RtxList items;
+  RtxList items; /* of RtxNamePair */
 } RtxAttrList;
 
-/* A namespace declaration: prefix null is the default namespace. */
+/* A namespace declaration. */
 typedef struct RtxNsDecl {
-  const char *prefix;
-  const char *uri;
+  const char *prefix; /* null: the default namespace */
+  const char *uri;    /* empty: no namespace */
 } RtxNsDecl;
 
-/* The namespace declarations of one element; each item is an RtxNsDecl. */
+/* The namespace declarations of one element. */
 typedef struct RtxNsDeclList {
-  RtxList items;
+  RtxList items; /* of RtxNsDecl */
 } RtxNsDeclList;
 
-/* The namespace of a name that is written: prefix null takes the one that the context binds to uri, empty none. */
+/* The namespace of a name that is written. */
 typedef struct RtxNamespace {
-  const char *prefix;
-  const char *uri;
+  const char *prefix; /* null: the one that the context binds to uri; empty: none */
+  const char *uri;    /* null: no namespace */
 } RtxNamespace;
 
 /* Bytes written as hexadecimal text. */
 typedef struct RtxHexBinary {
-  uint32_t length;
-  const uint8_t *bytes;
+  uint32_t length;      /* of bytes */
+  const uint8_t *bytes; /* null: none */
 } RtxHexBinary;
 
-/*
- * One row of an enumeration's text table. Rows are sorted by text in ascending byte order; the last column of
- * row i is the position of the row that carries code i.
- */
+/* One row of an enumeration's text table. Rows are sorted by text in ascending byte order. */
 typedef struct RtxEnumRow {
-  const char *text;
-  uint16_t code;
-  uint16_t length; /* of the text, in bytes */
-  uint16_t rowOfCode;
+  const char *text;   /* a constant */
+  uint16_t code;      /* that stands for text in a record */
+  uint16_t length;    /* of text, in bytes */
+  uint16_t rowOfCode; /* in row i: the position of the row that has code i */
 } RtxEnumRow;
 
 /* State of a conversion of hexadecimal text that arrives in pieces. Start with all zero. */

@@ -24,9 +24,9 @@
 extern "C" {
 #endif
 
-/* A registry block. uriTable is null until it is first asked for. */
+/* A registry block. */
 typedef struct QxRegistry {
-  const char **uriTable;
+  const char **uriTable; /* null until it is first asked for */
 } QxRegistry;
 
 /* Entries of a URI table. Those that a registry does not fill are null. */

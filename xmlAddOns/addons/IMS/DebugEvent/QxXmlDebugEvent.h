@@ -64,13 +64,13 @@ enum {
 /* What begins the logging of a session: a request that fits all of these. */
 typedef struct tns__start_trigger {
   uint32_t m;
-  RtxXmlString tns_from;
-  RtxXmlString tns_to;
-  RtxXmlString tns_icsi; /* a communication service identifier */
-  RtxXmlString tns_iari; /* an application reference identifier */
-  RtxXmlString tns_method;
-  RtxXmlString tns_time; /* a date and time, kept as text, its white space collapsed */
-  RtxHexBinary tns_debug_id;
+  RtxXmlString tns_from;     /* the sender of the request */
+  RtxXmlString tns_to;       /* its receiver */
+  RtxXmlString tns_icsi;     /* a communication service identifier */
+  RtxXmlString tns_iari;     /* an application reference identifier */
+  RtxXmlString tns_method;   /* its method */
+  RtxXmlString tns_time;     /* a date and time, kept as text, its white space collapsed */
+  RtxHexBinary tns_debug_id; /* that the request carries */
 } tns__start_trigger;
 
 enum {
@@ -79,11 +79,12 @@ enum {
   tns__stop_trigger_has_reason = 4
 };
 
+/* What ends the logging of a session. */
 typedef struct tns__stop_trigger {
   uint32_t m;
   RtxXmlString tns_time;        /* a date and time, kept as text, its white space collapsed */
   RtxXmlString tns_time_period; /* a duration, kept as text */
-  tns__reason tns_reason;
+  tns__reason tns_reason;       /* what happens to the session */
 } tns__stop_trigger;
 
 enum {
@@ -91,25 +92,29 @@ enum {
   tns__control_has_debug_id = 2
 };
 
+/* How a session is logged. */
 typedef struct tns__control {
   uint32_t m;
   RtxXmlString tns_interface; /* which reference points are logged */
-  tns__depth tns_depth;
-  RtxHexBinary tns_debug_id;
+  tns__depth tns_depth;       /* how much */
+  RtxHexBinary tns_debug_id;  /* that is given to what is logged */
 } tns__control;
 
+/* Which sessions are logged, and how. */
 typedef struct tns__session {
-  tns__start_trigger tns_start_trigger;
-  tns__stop_trigger tns_stop_trigger;
-  tns__control tns_control;
-  RtxXmlString tns_id;
+  tns__start_trigger tns_start_trigger; /* what begins it */
+  tns__stop_trigger tns_stop_trigger;   /* what ends it */
+  tns__control tns_control;             /* how it is done */
+  RtxXmlString tns_id;                  /* required */
 } tns__session;
 
+/* What is logged of one user. */
 typedef struct tns__debugconfig {
   RtxList tns_session;  /* of tns__session */
   RtxXmlString tns_aor; /* the user's address of record */
 } tns__debugconfig;
 
+/* A document: the configurations of all users. */
 typedef struct tns__debuginfo {
   RtxList tns_debugconfig; /* of tns__debugconfig */
   RtxAnyList anyElems;     /* elements of other vocabularies, as XML text */

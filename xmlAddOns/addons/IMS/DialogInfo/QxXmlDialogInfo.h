@@ -56,29 +56,31 @@ enum {
   tns__state_has_code = 2
 };
 
+/* The state of a dialog. */
 typedef struct tns__state {
   uint32_t m;
-  RtxXmlString value; /* "trying", "early", "confirmed" and so on, but kept as any text */
-  tns__state_event tns_event;
-  uint16_t tns_code;     /* the response that led here, 100 to 699 */
-  RtxNsDeclList nsDecls; /* the declarations on the element, written back with it */
+  RtxXmlString value;         /* "trying", "early", "confirmed" and so on, but kept as any text */
+  tns__state_event tns_event; /* what led here */
+  uint16_t tns_code;          /* the response that led here, 100 to 699 */
+  RtxNsDeclList nsDecls;      /* the declarations on the element, written back with it */
 } tns__state;
 
 /* The dialog that this one takes the place of. */
 typedef struct tns__dialog_replaces {
-  RtxXmlString tns_call_id;
-  RtxXmlString tns_local_tag;
-  RtxXmlString tns_remote_tag;
+  RtxXmlString tns_call_id;    /* its call identifier */
+  RtxXmlString tns_local_tag;  /* its tag on the user's side */
+  RtxXmlString tns_remote_tag; /* its tag on the other side */
 } tns__dialog_replaces;
 
 enum {
   tns_nameaddr_has_display_name = 1
 };
 
+/* An address with a name. */
 typedef struct tns_nameaddr {
   uint32_t m;
-  RtxXmlString value; /* a URI */
-  RtxXmlString tns_display_name;
+  RtxXmlString value;            /* a URI */
+  RtxXmlString tns_display_name; /* the name, for people */
   RtxNsDeclList nsDecls;
 } tns_nameaddr;
 
@@ -89,18 +91,19 @@ typedef struct tns__dialog_route_set {
 
 /* A parameter of a contact, such as an audio capability. */
 typedef struct tns_participant_target_param {
-  RtxXmlString tns_pname;
-  RtxXmlString tns_pval;
+  RtxXmlString tns_pname; /* its name */
+  RtxXmlString tns_pval;  /* its value */
 } tns_participant_target_param;
 
 /* Where a participant is reached. */
 typedef struct tns_participant_target {
-  RtxList tns_param; /* of tns_participant_target_param */
-  RtxXmlString tns_uri;
+  RtxList tns_param;    /* of tns_participant_target_param */
+  RtxXmlString tns_uri; /* the contact */
 } tns_participant_target;
 
+/* A description of the session. */
 typedef struct tns_sessd {
-  RtxXmlString value;
+  RtxXmlString value;    /* the description itself */
   RtxXmlString tns_type; /* the MIME type of value */
   RtxNsDeclList nsDecls;
 } tns_sessd;
@@ -112,12 +115,13 @@ enum {
   tns_participant_has_cseq = 8
 };
 
+/* One side of a dialog. */
 typedef struct tns_participant {
   uint32_t m;
-  tns_nameaddr tns_identity;
-  tns_participant_target tns_target;
-  tns_sessd tns_session_description;
-  uint32_t tns_cseq; /* the last sequence number used in this direction */
+  tns_nameaddr tns_identity;         /* who it is */
+  tns_participant_target tns_target; /* where it is reached */
+  tns_sessd tns_session_description; /* what it said last of the session */
+  uint32_t tns_cseq;                 /* the last sequence number used in this direction */
   RtxAnyList anyElems;
 } tns_participant;
 
@@ -134,29 +138,31 @@ enum {
   tns__dialog_has_direction = 512
 };
 
+/* One call of the user, or an attempt. */
 typedef struct tns__dialog {
   uint32_t m;
-  tns__state tns_state;
-  uint32_t tns_duration; /* seconds since the dialog began */
-  tns__dialog_replaces tns_replaces;
-  tns_nameaddr tns_referred_by;
-  tns__dialog_route_set tns_route_set;
-  tns_participant tns_local;
-  tns_participant tns_remote;
+  tns__state tns_state;                /* its state */
+  uint32_t tns_duration;               /* seconds since the dialog began */
+  tns__dialog_replaces tns_replaces;   /* the dialog whose place it took */
+  tns_nameaddr tns_referred_by;        /* who has asked for the call */
+  tns__dialog_route_set tns_route_set; /* its route */
+  tns_participant tns_local;           /* the user */
+  tns_participant tns_remote;          /* who the user speaks with */
   RtxAnyList anyElems;
-  RtxXmlString tns_id; /* unique among the dialogs of one user */
-  RtxXmlString tns_call_id;
-  RtxXmlString tns_local_tag;
-  RtxXmlString tns_remote_tag;
-  tns__dialog_direction tns_direction;
+  RtxXmlString tns_id;                 /* unique among the dialogs of one user */
+  RtxXmlString tns_call_id;            /* the call identifier */
+  RtxXmlString tns_local_tag;          /* the tag on the user's side */
+  RtxXmlString tns_remote_tag;         /* the tag on the other side */
+  tns__dialog_direction tns_direction; /* who called */
 } tns__dialog;
 
+/* A document: all dialogs of a user, or those that have changed. */
 typedef struct tns__dialog_info {
   RtxList tns_dialog; /* of tns__dialog */
   RtxAnyList anyElems;
-  uint32_t tns_version; /* counts up with every document of a subscription */
-  tns__dialog_info_state tns_state;
-  RtxXmlString tns_entity; /* the URI of the observed user */
+  uint32_t tns_version;             /* counts up with every document of a subscription */
+  tns__dialog_info_state tns_state; /* all dialogs, or those that have changed */
+  RtxXmlString tns_entity;          /* the URI of the observed user */
 } tns__dialog_info;
 
 /*
@@ -205,7 +211,10 @@ QX_API int QxPrint_tns_participant(const char *name, const tns_participant *reco
 QX_API int QxPrint_tns__dialog(const char *name, const tns__dialog *record);
 QX_API int QxPrint_tns__dialog_info(const char *name, const tns__dialog_info *record);
 
-/* Appends a hop, which must come from the context's heap. Returns the number of hops, not a status. */
+/*
+ * Appends a hop, which must come from the context's heap. Returns the number of hops, not a status: as many as before
+ * if there was no storage, and the caller still owns item.
+ */
 QX_API uint32_t Qxtns__dialog_route_set_Append(RuntimeContext *ctx, tns__dialog_route_set *record, RtxXmlString *item);
 
 /* The text of a code, "_UNKNOWN_" for one that has none. Only the low 16 bits of value count. */

@@ -37,10 +37,11 @@ enum {
 
 /* A prefix that expressions use. */
 typedef struct NSBinding {
-  RtxXmlString prefix;
-  RtxXmlString urn; /* a URI, its white space collapsed */
+  RtxXmlString prefix; /* without colon */
+  RtxXmlString urn;    /* a URI, its white space collapsed */
 } NSBinding;
 
+/* The prefixes of all expressions. */
 typedef struct NSBindings {
   RtxList ns_binding; /* of NSBinding; at least one when written */
 } NSBindings;
@@ -53,8 +54,8 @@ enum {
 /* An expression for what is to be sent. */
 typedef struct InclType {
   uint32_t m;
-  RtxXmlString value;
-  TypeType type;
+  RtxXmlString value; /* the expression */
+  TypeType type;      /* xpath unless said otherwise */
   RtxAttrList _anyAttr;
   RtxNsDeclList nsDecls; /* the declarations on the element, which value may use */
 } InclType;
@@ -62,12 +63,13 @@ typedef struct InclType {
 /* An expression for what is to be left out. */
 typedef struct ExclType {
   uint32_t m;
-  RtxXmlString value;
-  TypeType type;
+  RtxXmlString value; /* the expression */
+  TypeType type;      /* xpath unless said otherwise */
   RtxAttrList _anyAttr;
   RtxNsDeclList nsDecls; /* the declarations on the element, which value may use */
 } ExclType;
 
+/* What is sent. */
 typedef struct WhatType {
   RtxList include; /* of InclType */
   RtxList exclude; /* of ExclType */
@@ -83,10 +85,10 @@ enum {
 /* Fires when the value of an expression changes: from and to certain values, or by a certain amount. */
 typedef struct ChangedType {
   uint32_t m;
-  RtxXmlString value;
-  RtxXmlString from;
-  RtxXmlString to;
-  double by;
+  RtxXmlString value; /* the expression */
+  RtxXmlString from;  /* the value before */
+  RtxXmlString to;    /* the value after */
+  double by;          /* the least amount of change */
   RtxAttrList _anyAttr;
   RtxNsDeclList nsDecls;
 } ChangedType;
@@ -107,10 +109,11 @@ enum {
   FilterType_has_enabled = 16
 };
 
+/* One filter: what is sent, when, and of which resources. */
 typedef struct FilterType {
   uint32_t m;
-  WhatType what;
-  RtxList trigger; /* of TriggerType */
+  WhatType what;   /* what is sent */
+  RtxList trigger; /* of TriggerType: when; one that fires is enough */
   RtxAnyList _any;
   RtxXmlString id;     /* unique among the filters of a subscription */
   RtxXmlString uri;    /* of the resource, its white space collapsed */
@@ -125,11 +128,12 @@ enum {
   FilterSetType_has_package = 2
 };
 
+/* A document: the filters of a subscription. */
 typedef struct FilterSetType {
   uint32_t m;
-  NSBindings ns_bindings;
-  RtxList filter;        /* of FilterType */
-  RtxXmlString package_; /* the event package */
+  NSBindings ns_bindings; /* the prefixes of all expressions */
+  RtxList filter;         /* of FilterType */
+  RtxXmlString package_;  /* the event package */
   RtxAttrList _anyAttr;
 } FilterSetType;
 
@@ -177,7 +181,10 @@ QX_API int QxPrint_TriggerType(const char *name, const TriggerType *record);
 QX_API int QxPrint_FilterType(const char *name, const FilterType *record);
 QX_API int QxPrint_FilterSetType(const char *name, const FilterSetType *record);
 
-/* Appends a binding, which must come from the context's heap. Returns the number of bindings, not a status. */
+/*
+ * Appends a binding, which must come from the context's heap. Returns the number of bindings, not a status: as many as
+ * before if there was no storage, and the caller still owns item.
+ */
 QX_API uint32_t QxNSBindings_Append(RuntimeContext *ctx, NSBindings *record, NSBinding *item);
 
 /* The text of a code, "_UNKNOWN_" for one that has none. Only the low 16 bits of value count. */

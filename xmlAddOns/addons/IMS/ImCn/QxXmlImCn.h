@@ -25,23 +25,23 @@ extern "C" {
 
 /*
  * Members anyElems hold elements of other vocabularies as XML text, members _anyAttr attributes that the schema does
- * not name.
+ * not name. A selector t of 0 is none, any other names the member of u that counts.
  */
 
 /* What stands in for the service, and why. */
 typedef struct tAlternativeService {
-  RtxXmlString type;
-  RtxXmlString reason;
+  RtxXmlString type;   /* of the service that stands in, such as "emergency" */
+  RtxXmlString reason; /* for people */
   RtxAnyList anyElems;
   RtxAttrList _anyAttr;
 } tAlternativeService;
 
-/* Selectors: 0 is none, any other names the member of u that counts. */
 enum {
   tIMS3GPP_1_alternative_service = 1,
   tIMS3GPP_1_service_info = 2
 };
 
+/* What the body is about. */
 typedef struct tIMS3GPP_1 {
   uint16_t t;
   union {
@@ -50,10 +50,11 @@ typedef struct tIMS3GPP_1 {
   } u;
 } tIMS3GPP_1;
 
+/* A document. */
 typedef struct tIMS3GPP {
-  tIMS3GPP_1 _choice1;
+  tIMS3GPP_1 _choice1; /* what it is about */
   RtxAnyList anyElems;
-  double version;
+  double version; /* of the format; required, and without a default: set it before encoding */
   RtxAttrList _anyAttr;
 } tIMS3GPP;
 

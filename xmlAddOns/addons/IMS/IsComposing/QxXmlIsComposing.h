@@ -28,6 +28,7 @@ enum {
   tns__isComposing_has_refresh = 4
 };
 
+/* One indication. */
 typedef struct tns__isComposing {
   uint32_t m;
   RtxXmlString tns_state;       /* required; "active" or "idle", but kept as any text */

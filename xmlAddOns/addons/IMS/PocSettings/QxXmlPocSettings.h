@@ -40,8 +40,9 @@ typedef struct isbSettingType_incoming_session_barring {
   bool active; /* required, and without a default: set it before encoding */
 } isbSettingType_incoming_session_barring;
 
+/* The setting for invitations to sessions. */
 typedef struct isbSettingType {
-  isbSettingType_incoming_session_barring incoming_session_barring;
+  isbSettingType_incoming_session_barring incoming_session_barring; /* required */
   RtxAnyList anyElems;
   RtxAttrList _anyAttr;
 } isbSettingType;
@@ -58,8 +59,9 @@ typedef struct ipabSettingType_incoming_personal_alert_barring {
   bool active; /* required, and without a default: set it before encoding */
 } ipabSettingType_incoming_personal_alert_barring;
 
+/* The setting for personal alerts. */
 typedef struct ipabSettingType {
-  ipabSettingType_incoming_personal_alert_barring incoming_personal_alert_barring;
+  ipabSettingType_incoming_personal_alert_barring incoming_personal_alert_barring; /* required */
   RtxAnyList anyElems;
   RtxAttrList _anyAttr;
 } ipabSettingType;
@@ -69,8 +71,9 @@ typedef struct sssSettingType_simultaneous_sessions_support {
   bool active; /* required, and without a default: set it before encoding */
 } sssSettingType_simultaneous_sessions_support;
 
+/* The setting for several sessions. */
 typedef struct sssSettingType {
-  sssSettingType_simultaneous_sessions_support simultaneous_sessions_support;
+  sssSettingType_simultaneous_sessions_support simultaneous_sessions_support; /* required */
   RtxAnyList anyElems;
   RtxAttrList _anyAttr;
 } sssSettingType;
@@ -82,17 +85,19 @@ enum {
   entityType_has_sss_settings = 8
 };
 
+/* What one entity wants. */
 typedef struct entityType {
   uint32_t m;
-  isbSettingType isb_settings;
-  amSettingType am_settings;
-  ipabSettingType ipab_settings;
-  sssSettingType sss_settings;
+  isbSettingType isb_settings;   /* whether invitations are turned away */
+  amSettingType am_settings;     /* how they are answered */
+  ipabSettingType ipab_settings; /* whether personal alerts are turned away */
+  sssSettingType sss_settings;   /* whether several sessions may run at a time */
   RtxAnyList anyElems;
-  RtxXmlString id;
+  RtxXmlString id; /* of the entity; required */
   RtxAttrList _anyAttr;
 } entityType;
 
+/* A document: the settings of all entities. */
 typedef struct poc_settingsType {
   RtxList entity; /* of entityType */
   RtxAnyList anyElems;

@@ -46,8 +46,8 @@ enum {
 /* Who is left out of many: a domain or one identity. */
 typedef struct cp_exceptType {
   uint32_t m;
-  RtxXmlString cp_domain;
-  RtxXmlString cp_id;
+  RtxXmlString cp_domain; /* whose identities are left out */
+  RtxXmlString cp_id;     /* the identity that is left out, a URI */
 } cp_exceptType;
 
 enum {
@@ -55,6 +55,7 @@ enum {
   cp_manyType_1_any = 2
 };
 
+/* What narrows the many: an exception, or an element of another vocabulary. */
 typedef struct cp_manyType_1 {
   uint16_t t;
   union {
@@ -70,8 +71,8 @@ enum {
 /* All authenticated identities, or those of one domain. */
 typedef struct cp_manyType {
   uint32_t m;
-  RtxList cp__choice; /* of cp_manyType_1 */
-  RtxXmlString cp_domain;
+  RtxList cp__choice;     /* of cp_manyType_1 */
+  RtxXmlString cp_domain; /* the domain; absent: any */
 } cp_manyType;
 
 enum {
@@ -80,6 +81,7 @@ enum {
   cp_identityType_1_any = 3
 };
 
+/* One way to say who. */
 typedef struct cp_identityType_1 {
   uint16_t t;
   union {
@@ -96,13 +98,13 @@ typedef struct cp_identityType {
 
 /* Holds while the owner is in this sphere, "work" or "home", say. */
 typedef struct cp_sphereType {
-  RtxXmlString cp_value;
+  RtxXmlString cp_value; /* the name of the sphere */
 } cp_sphereType;
 
 /* Holds from one date and time until another, both kept as text. */
 typedef struct cp_validityType {
-  RtxXmlString cp_from;
-  RtxXmlString cp_until;
+  RtxXmlString cp_from;  /* a date and time */
+  RtxXmlString cp_until; /* a date and time */
 } cp_validityType;
 
 enum {
@@ -112,6 +114,7 @@ enum {
   cp_conditionsType_1_any = 4
 };
 
+/* One condition. */
 typedef struct cp_conditionsType_1 {
   uint16_t t;
   union {
@@ -129,7 +132,7 @@ typedef struct cp_conditionsType {
 
 /* What is done, or what is left of what is shown: all in other vocabularies. */
 typedef struct cp_extensibleType {
-  RtxAnyList items;
+  RtxAnyList items; /* elements of other vocabularies */
 } cp_extensibleType;
 
 enum {
@@ -138,14 +141,16 @@ enum {
   cp_ruleType_has_transformations = 4
 };
 
+/* A rule: who may, under which conditions. */
 typedef struct cp_ruleType {
   uint32_t m;
-  cp_conditionsType cp_conditions;
-  cp_extensibleType cp_actions;
-  cp_extensibleType cp_transformations;
-  RtxXmlString cp_id; /* unique in the rule set, its white space collapsed */
+  cp_conditionsType cp_conditions;      /* absent: it always holds */
+  cp_extensibleType cp_actions;         /* what is then done */
+  cp_extensibleType cp_transformations; /* what is then shown */
+  RtxXmlString cp_id;                   /* unique in the rule set, its white space collapsed */
 } cp_ruleType;
 
+/* A document. */
 typedef struct cp__ruleset {
   RtxList cp_rule; /* of cp_ruleType */
 } cp__ruleset;
@@ -207,7 +212,10 @@ QX_API int QxPrint_cp_extensibleType(const char *name, const cp_extensibleType *
 QX_API int QxPrint_cp_ruleType(const char *name, const cp_ruleType *record);
 QX_API int QxPrint_cp__ruleset(const char *name, const cp__ruleset *record);
 
-/* Appends an item, which must come from the context's heap. Returns the number of items, not a status. */
+/*
+ * Appends an item, which must come from the context's heap. Returns the number of items, not a status: as many as
+ * before if there was no storage, and the caller still owns item.
+ */
 QX_API uint32_t Qxcp_identityType_Append(RuntimeContext *ctx, cp_identityType *record, cp_identityType_1 *item);
 QX_API uint32_t Qxcp_conditionsType_Append(RuntimeContext *ctx, cp_conditionsType *record, cp_conditionsType_1 *item);
 QX_API uint32_t Qxcp_extensibleType_Append(RuntimeContext *ctx, cp_extensibleType *record, RtxXmlString *item);

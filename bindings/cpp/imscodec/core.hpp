@@ -35,11 +35,15 @@ public:
   Error(RuntimeContext *context, std::uint32_t position)
       : ctx(context), index(position), record(rtxErrAt(context, position)) {}
 
-  int status() const { return record->status; }
+  int status() const { return record->status; }           // of RtxStatus
   std::uint32_t line() const { return record->line; }     // from 1; 0: the error has no place in an input
   std::uint32_t column() const { return record->column; } // from 1, in bytes
-  std::size_t offset() const { return record->offset; }
+  std::size_t offset() const { return record->offset; }   // from 0, in bytes
+
+  // The names of the open elements as "/a/b"; empty outside an input.
   std::string_view elementPath() const { return record->elementPath; }
+
+  // What rtxStatus.h lists behind the status, in that order.
   std::span<const RtxErrorParam> parameters() const { return {record->params, record->paramCount}; }
 
   // The error as one line for people, cut to what the buffer takes.
@@ -102,9 +106,9 @@ public:
   Outcome(RuntimeContext *context, int result) : ctx(context), code(result) {}
 
   explicit operator bool() const { return code == STATUS_OK; }
-  int status() const { return code; }
-  std::string_view statusText() const { return rtxStatusText(code); }
-  Errors errors() const { return Errors(ctx); } // valid until the context's next call
+  int status() const { return code; }                                 // 0, or one of RtxStatus
+  std::string_view statusText() const { return rtxStatusText(code); } // for people
+  Errors errors() const { return Errors(ctx); }                       // valid until the context's next call
 
 protected:
   RuntimeContext *ctx;
@@ -152,19 +156,19 @@ inline std::string_view textOf(const RtxXmlString &text) { return textOf(text.va
 
 // An element of another vocabulary, as XML text that means the same on its own.
 struct Foreign {
-  std::string_view xml;
+  std::string_view xml; // one whole element
 };
 
 // An attribute that the vocabulary does not name.
 struct Attribute {
-  std::string_view name;
-  std::string_view value;
+  std::string_view name;  // with its prefix, as it was written
+  std::string_view value; // references resolved
 };
 
-// A namespace declaration; prefix.data() is null for the default namespace.
+// A namespace declaration.
 struct NamespaceDeclaration {
-  std::string_view prefix;
-  std::string_view uri;
+  std::string_view prefix; // data() is null for the default namespace
+  std::string_view uri;    // empty: no namespace
 };
 
 template <class T>
@@ -253,7 +257,7 @@ public:
   Iterator end() const { return Iterator(); }
   std::size_t size() const { return count; }
   bool empty() const { return count == 0; }
-  T front() const { return *begin(); }
+  T front() const { return *begin(); } // of a list that is not empty
 
 private:
   const RtxListNode *first = nullptr;
@@ -299,9 +303,10 @@ private:
 
 // ---- Enumerations -----------------------------------------------------------------------------------------------
 
+// A row of an enumeration.
 template <class E> struct EnumText {
-  E code;
-  std::string_view text;
+  E code;                // as records have it
+  std::string_view text; // as documents spell it
 };
 
 // The texts of an enumeration, as the vocabulary spells them: EnumTexts<E>::rows.
@@ -351,8 +356,8 @@ public:
   ~Context() { rtxContextFree(ctx); }
 
   explicit operator bool() const { return ctx != nullptr; }
-  RuntimeContext *get() const { return ctx; }
-  [[nodiscard]] RuntimeContext *release() { return std::exchange(ctx, nullptr); }
+  RuntimeContext *get() const { return ctx; }                                     // for the C interface
+  [[nodiscard]] RuntimeContext *release() { return std::exchange(ctx, nullptr); } // for the caller to free
 
   // Ready for the next message with the storage it has. Records go first, or are released.
   void reset() { rtxContextReset(ctx); }

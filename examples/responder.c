@@ -152,7 +152,7 @@ int main(void) {
   int status = STATUS_OK;
 
   for (uint64_t now = 1; status == STATUS_OK && now <= 300; ++now) {
-    for (size_t i = 0; i < sizeof events / sizeof *events; ++i) {
+    for (size_t i = 0; status == STATUS_OK && i < sizeof events / sizeof *events; ++i) {
       const Event *event = &events[i];
       Conversation *conversation = &all[event->with];
       if (now < event->from || now > event->to) continue;

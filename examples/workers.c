@@ -113,6 +113,12 @@ static bool transfer(Connection *connection) {
   return true;
 }
 
+static void hangUp(Connection *connection) {
+  if (connection->socket >= 0) close(connection->socket);
+  connection->socket = -1;
+}
+
+/* Ends when all connections have. Null, or the worker if it had to give up. */
 static void *serve(void *argument) {
   Worker *worker = argument;
   for (;;) {
@@ -124,13 +130,15 @@ static void *serve(void *argument) {
       open += connection->socket >= 0;
     }
     if (open == 0) return NULL;
-    if (poll(waiting, connectionCount, -1) < 0 && errno != EINTR) return worker;
+    if (poll(waiting, connectionCount, -1) < 0 && errno != EINTR) {
+      for (int i = 0; i < connectionCount; ++i)
+        hangUp(&worker->connections[i]);
+      return worker;
+    }
     for (int i = 0; i < connectionCount; ++i) {
       Connection *connection = &worker->connections[i];
       if (waiting[i].revents == 0) continue;
-      if (transfer(connection) && advance(worker->ctx, connection)) continue;
-      close(connection->socket);
-      connection->socket = -1;
+      if (!transfer(connection) || !advance(worker->ctx, connection)) hangUp(connection);
     }
   }
 }
@@ -212,7 +220,7 @@ int main(void) {
   rtxOptionsInit(&options);
   options.heapLimit = heapLimit;
   options.inputLimit = bodyLimit;
-  options.errorLimit = options.errorsKept = 1; /* only the first is looked at */
+  options.errorLimit = options.errorsKept = 1; /* that a body is bad is enough; with 0 some would pass for good */
 
   int sockets[workerCount][connectionCount];
   for (int i = 0; i < workerCount; ++i) {

@@ -37,7 +37,7 @@ typedef struct RtxPrintSink {
    * has no sink, and a sink that it sets is taken off when it returns. It must not leave by an exception or longjmp.
    */
   int (*put)(void *user, const char *line, size_t length);
-  void *user;
+  void *user;     /* passed to put */
   size_t refused; /* counted up: lines that put refused, and long ones that there was no storage for */
 } RtxPrintSink;
 

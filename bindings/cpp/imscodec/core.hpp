@@ -454,6 +454,8 @@ private:
 // The view of what is a view or a record.
 template <RecordView T> T viewOf(const T &view) { return view; }
 template <RecordView T> T viewOf(const Record<T> &record) { return record.view(); }
+
+// What viewOf gives for T.
 template <class T> using ViewOf = decltype(viewOf(std::declval<const T &>()));
 
 // A text or bytes that the heap of a context holds, given back at its end.

@@ -8,7 +8,7 @@
 
 namespace records {
 
-// A record that is given back to a context of somebody else's.
+// A context of the C++ layer over one that somebody else frees.
 class Borrowed {
 public:
   explicit Borrowed(RuntimeContext *ctx) : context(ctx) {}

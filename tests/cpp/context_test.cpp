@@ -123,10 +123,11 @@ TEST(CppRecord, ReleasedLeavesItsTextsToTheHeap) {
 }
 
 TEST(CppRecord, OutlivesAMoveOfItsContext) {
+  Context second; // goes after the record
   Context first;
   const auto record = first.decode<isComposing>(good);
   ASSERT_TRUE(record);
-  Context second(std::move(first));
+  second = std::move(first);
   EXPECT_EQ("active", record->state());
   EXPECT_TRUE(second.encode(*record));
 }

@@ -147,8 +147,8 @@ QX_API int QxMemFree_tns__debugconfig(RuntimeContext *ctx, tns__debugconfig *rec
 QX_API int QxMemFree_tns__debuginfo(RuntimeContext *ctx, tns__debuginfo *record);
 
 /*
- * Prints a record to stdout, one line a value, each name beginning with name. Needs no context. The result is that of
- * the last line: negative if stdout refused it, 0 if there was nothing to print.
+ * Prints a record as rtxPrint.h does, one line a value, each name beginning with name. Needs no context. The result is
+ * that of the last line: negative if it was refused, 0 if there was nothing to print.
  */
 QX_API int QxPrint_tns__start_trigger(const char *name, const tns__start_trigger *record);
 QX_API int QxPrint_tns__stop_trigger(const char *name, const tns__stop_trigger *record);

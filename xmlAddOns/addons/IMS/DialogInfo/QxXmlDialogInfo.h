@@ -197,8 +197,8 @@ QX_API int QxMemFree_tns__dialog(RuntimeContext *ctx, tns__dialog *record);
 QX_API int QxMemFree_tns__dialog_info(RuntimeContext *ctx, tns__dialog_info *record);
 
 /*
- * Prints a record to stdout, one line a value, each name beginning with name. Needs no context. The result is that of
- * the last line: negative if stdout refused it.
+ * Prints a record as rtxPrint.h does, one line a value, each name beginning with name. Needs no context. The result is
+ * that of the last line: negative if it was refused.
  */
 QX_API int QxPrint_tns__state(const char *name, const tns__state *record);
 QX_API int QxPrint_tns__dialog_replaces(const char *name, const tns__dialog_replaces *record);

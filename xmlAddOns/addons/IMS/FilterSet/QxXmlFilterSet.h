@@ -167,9 +167,9 @@ QX_API int QxMemFree_FilterType(RuntimeContext *ctx, FilterType *record);
 QX_API int QxMemFree_FilterSetType(RuntimeContext *ctx, FilterSetType *record);
 
 /*
- * Prints a record to stdout, one line a value, each name beginning with name. Needs no context. The type of an
+ * Prints a record as rtxPrint.h does, one line a value, each name beginning with name. Needs no context. The type of an
  * expression, remove_ and enabled are printed whether present or not. The result is that of the last line: negative if
- * stdout refused it.
+ * it was refused.
  */
 QX_API int QxPrint_NSBinding(const char *name, const NSBinding *record);
 QX_API int QxPrint_NSBindings(const char *name, const NSBindings *record);

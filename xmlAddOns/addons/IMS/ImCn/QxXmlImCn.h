@@ -76,8 +76,8 @@ QX_API int QxMemFree_tIMS3GPP_1(RuntimeContext *ctx, tIMS3GPP_1 *record);
 QX_API int QxMemFree_tIMS3GPP(RuntimeContext *ctx, tIMS3GPP *record);
 
 /*
- * Prints a record to stdout, one line a value, each name beginning with name. Needs no context. The result is that of
- * the last line: negative if stdout refused it.
+ * Prints a record as rtxPrint.h does, one line a value, each name beginning with name. Needs no context. The result is
+ * that of the last line: negative if it was refused.
  */
 QX_API int QxPrint_tAlternativeService(const char *name, const tAlternativeService *record);
 QX_API int QxPrint_tIMS3GPP_1(const char *name, const tIMS3GPP_1 *record);

@@ -53,8 +53,8 @@ QX_API int QxInit_tns__isComposing(RuntimeContext *ctx, tns__isComposing *record
 QX_API int QxMemFree_tns__isComposing(RuntimeContext *ctx, tns__isComposing *record);
 
 /*
- * Prints the record to stdout, one line a value, each name beginning with name. Needs no context. The result is
- * that of the last line: negative if stdout refused it.
+ * Prints the record as rtxPrint.h does, one line a value, each name beginning with name. Needs no context. The result
+ * is that of the last line: negative if it was refused.
  */
 QX_API int QxPrint_tns__isComposing(const char *name, const tns__isComposing *record);
 

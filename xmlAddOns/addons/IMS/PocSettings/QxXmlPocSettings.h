@@ -136,8 +136,8 @@ QX_API int QxMemFree_entityType(RuntimeContext *ctx, entityType *record);
 QX_API int QxMemFree_poc_settingsType(RuntimeContext *ctx, poc_settingsType *record);
 
 /*
- * Prints a record to stdout, one line a value, each name beginning with name. Needs no context. The result is that of
- * the last line: negative if stdout refused it.
+ * Prints a record as rtxPrint.h does, one line a value, each name beginning with name. Needs no context. The result is
+ * that of the last line: negative if it was refused.
  */
 QX_API int QxPrint_isbSettingType_incoming_session_barring(const char *name,
                                                            const isbSettingType_incoming_session_barring *record);

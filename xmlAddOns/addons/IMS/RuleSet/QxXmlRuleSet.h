@@ -195,8 +195,8 @@ QX_API int QxMemFree_cp_ruleType(RuntimeContext *ctx, cp_ruleType *record);
 QX_API int QxMemFree_cp__ruleset(RuntimeContext *ctx, cp__ruleset *record);
 
 /*
- * Prints a record to stdout, one line a value, each name beginning with name. Needs no context. The result is that of
- * the last line: negative if stdout refused it.
+ * Prints a record as rtxPrint.h does, one line a value, each name beginning with name. Needs no context. The result is
+ * that of the last line: negative if it was refused.
  */
 QX_API int QxPrint_cp_oneType(const char *name, const cp_oneType *record);
 QX_API int QxPrint_cp_exceptType(const char *name, const cp_exceptType *record);

@@ -23,4 +23,9 @@ ExitStatus validateDocuments(const Request &request);
 // Of the one file; output "-" is the standard output.
 ExitStatus recodeDocument(const Request &request, const std::string &output, bool indented);
 
+// Of the two files: 1 if they differ, 2 if they cannot be compared.
+ExitStatus compareDocuments(const Request &request);
+
+ExitStatus newDocument(const ims::DocumentSchema &kind, const std::string &output, bool indented);
+
 } // namespace cli

@@ -8,7 +8,8 @@ namespace cli {
 enum ExitStatus : int {
   allGood = 0,
   badDocument = 1,
-  unusable = 2 // wrong usage, or a file that cannot be read or written
+  different = 1, // two documents that were compared
+  unusable = 2   // wrong usage, or a file that cannot be read or written
 };
 
 inline void worsen(ExitStatus &status, ExitStatus other) { status = std::max(status, other); }

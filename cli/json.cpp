@@ -25,6 +25,22 @@ Json hexJson(const RtxHexBinary &binary) {
   return text;
 }
 
+Json listJson(const Field &field, const void *record) {
+  Json items = Json::array();
+  for (const RtxListNode *node = ims::listAt(record, field).head; node; node = node->next)
+    items.push_back(itemJson(field, node->data));
+  return items;
+}
+
+Json choiceJson(const ims::TypeSchema &type, const void *choice) {
+  Json object = {{"t", ims::selectorOf(choice)}};
+  if (const Field *alternative = ims::alternativeOf(type, choice))
+    object[alternative->name] = memberJson(*alternative, choice);
+  return object;
+}
+
+} // namespace
+
 Json itemJson(const Field &field, const void *item) {
   switch (field.kind) {
   case Kind::recordList:
@@ -39,13 +55,6 @@ Json itemJson(const Field &field, const void *item) {
   }
   default: return textJson(static_cast<const RtxXmlString *>(item)->value);
   }
-}
-
-Json listJson(const Field &field, const void *record) {
-  Json items = Json::array();
-  for (const RtxListNode *node = ims::listAt(record, field).head; node; node = node->next)
-    items.push_back(itemJson(field, node->data));
-  return items;
 }
 
 Json memberJson(const Field &field, const void *record) {
@@ -70,15 +79,6 @@ Json memberJson(const Field &field, const void *record) {
   return nullptr;
 }
 
-Json choiceJson(const ims::TypeSchema &type, const void *choice) {
-  Json object = {{"t", ims::selectorOf(choice)}};
-  if (const Field *alternative = ims::alternativeOf(type, choice))
-    object[alternative->name] = memberJson(*alternative, choice);
-  return object;
-}
-
-} // namespace
-
 Json recordJson(const ims::TypeSchema &type, const void *record) {
   if (type.content == ims::Content::choice) return choiceJson(type, record);
   Json object = Json::object();
@@ -95,6 +95,8 @@ Json documentJson(const ims::DocumentSchema &document, const void *value) {
   whole.enumeration = document.simple->enumeration;
   return memberJson(whole, value);
 }
+
+std::string jsonLine(const Json &value) { return value.dump(-1, ' ', false, Json::error_handler_t::replace); }
 
 void printJson(const Json &value) { std::puts(value.dump(2, ' ', false, Json::error_handler_t::replace).c_str()); }
 

@@ -14,10 +14,17 @@ using Json = nlohmann::ordered_json;
 // is null, lists are arrays, a choice is {"t": selector, alternative: value}, bytes are hexadecimal digits.
 Json recordJson(const ims::TypeSchema &type, const void *record);
 
+// One member of a record, and one item of a member that is a list.
+Json memberJson(const ims::Field &field, const void *record);
+Json itemJson(const ims::Field &list, const void *item);
+
 // The value of a document, a record or a simple one.
 Json documentJson(const ims::DocumentSchema &document, const void *value);
 
-// Prints to the standard output. Bytes that are not UTF-8 are replaced, so that nothing can fail.
+// As text in one line. Bytes that are not UTF-8 are replaced, so that nothing can fail.
+std::string jsonLine(const Json &value);
+
+// Prints to the standard output, laid out for reading.
 void printJson(const Json &value);
 
 } // namespace cli

@@ -23,6 +23,8 @@ Examples:
   imscodec print body.xml               what the codec reads from a body
   imscodec validate bodies/*.xml        which bodies are bad, and where
   imscodec recode --indent body.xml     the body as the codec writes it
+  imscodec diff old.xml new.xml         what two bodies say differently
+  imscodec new ruleset                  a body to start from
   imscodec kinds                        what it can read)";
 
 constexpr char printExamples[] = R"(Prints one line for each value, in the form of the library's own print functions.
@@ -48,16 +50,41 @@ Examples:
   imscodec recode --indent body.xml
   imscodec recode body.xml | imscodec validate)";
 
+constexpr char diffExamples[] =
+    R"(Prints one line for each value that differs: its path, the old value and the new one. Prefixes, declarations of
+namespaces, the order of attributes, comments and white space that the codec collapses do not count. Items with an id
+(dialogs, rules, filters and the like) are matched by it, other items by their position from 0.
+
+Exit status: 0 nothing differs, 1 something differs, 2 trouble: a file is unreadable or bad, or the kinds differ.
+
+Examples:
+  imscodec diff old.xml new.xml
+  imscodec recode body.xml | imscodec diff body.xml -
+  imscodec diff --json old.xml new.xml | jq -r '.[].path')";
+
+constexpr char newExamples[] = R"(Writes what a valid body has at least, with placeholders for texts.
+
+Examples:
+  imscodec new dialog-info --indent
+  imscodec new isComposing --output body.xml)";
+
 constexpr char kindsExamples[] = R"(Examples:
   imscodec kinds
   imscodec kinds --json)";
 
+std::string refuseUnknownKind(const std::string &name) {
+  return kindNamed(name) ? std::string() : "there is no kind " + name + "; imscodec kinds lists them";
+}
+
 void addKindOption(CLI::App &command, std::string &kind) {
   command.add_option("--kind", kind, "Read the document as this kind, whatever its root element is (see kinds)")
       ->type_name("NAME")
-      ->check([](const std::string &name) {
-        return kindNamed(name) ? std::string() : "there is no kind " + name + "; imscodec kinds lists them";
-      });
+      ->check(refuseUnknownKind);
+}
+
+void addOutputOptions(CLI::App &command, std::string &output, bool &indented) {
+  command.add_flag("--indent", indented, "Lay it out for reading");
+  command.add_option("--output,-o", output, "Write to this file")->type_name("FILE");
 }
 
 int run(int argc, char **argv) {
@@ -74,21 +101,27 @@ int run(int argc, char **argv) {
   CLI::App *print = app.add_subcommand("print", "Decode and print what is in it");
   CLI::App *validate = app.add_subcommand("validate", "Check, and show each error in its place");
   CLI::App *recode = app.add_subcommand("recode", "Decode and encode again");
+  CLI::App *diff = app.add_subcommand("diff", "Compare two bodies by meaning");
+  CLI::App *fresh = app.add_subcommand("new", "Write a minimal body of a kind");
   CLI::App *kinds = app.add_subcommand("kinds", "List the kinds of documents");
 
-  for (CLI::App *command : {print, validate, recode})
+  for (CLI::App *command : {print, validate, recode, diff})
     addKindOption(*command, kind);
   for (CLI::App *command : {print, validate})
     command->add_option("FILE", request.files, "Documents")->type_name("");
-  for (CLI::App *command : {print, validate, kinds})
+  for (CLI::App *command : {print, validate, diff, kinds})
     command->add_flag("--json", request.json, "Write JSON");
   recode->add_option("FILE", request.files, "Document")->type_name("")->expected(0, 1);
-  recode->add_flag("--indent", indented, "Lay it out for reading");
-  recode->add_option("--output,-o", output, "Write to this file")->type_name("FILE");
+  diff->add_option("FILE", request.files, "The old and the new document")->type_name("")->expected(2)->required();
+  fresh->add_option("KIND", kind, "What to write (see kinds)")->type_name("")->required()->check(refuseUnknownKind);
+  for (CLI::App *command : {recode, fresh})
+    addOutputOptions(*command, output, indented);
 
   print->footer(printExamples);
   validate->footer(validateExamples);
   recode->footer(recodeExamples);
+  diff->footer(diffExamples);
+  fresh->footer(newExamples);
   kinds->footer(kindsExamples);
 
   try {
@@ -102,6 +135,8 @@ int run(int argc, char **argv) {
   if (print->parsed()) return printDocuments(request);
   if (validate->parsed()) return validateDocuments(request);
   if (recode->parsed()) return recodeDocument(request, output, indented);
+  if (diff->parsed()) return compareDocuments(request);
+  if (fresh->parsed()) return newDocument(*request.kind, output, indented);
   printKinds(request.json);
   return allGood;
 }

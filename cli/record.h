@@ -8,8 +8,8 @@
 
 namespace cli {
 
-// Filled from the context's input. What it points at belongs to the context's heap and is given back with it, so it
-// must go before the context is reset.
+// Filled from the context's input or by its owner. What it points at belongs to the context's heap and is given back
+// with it, so it must go before the context is reset.
 class Record {
 public:
   Record(RuntimeContext *ctx, const ims::DocumentSchema &kind);
@@ -25,6 +25,7 @@ public:
   void print() const;
 
   const void *value() const { return storage.data(); }
+  void *value() { return storage.data(); }
 
 private:
   RuntimeContext *context;

@@ -20,8 +20,8 @@ ExitStatus printDocuments(const Request &request);
 
 ExitStatus validateDocuments(const Request &request);
 
-// Of the one file; output "-" is the standard output.
-ExitStatus recodeDocument(const Request &request, const std::string &output, bool indented);
+// Of the one file, which may hold several documents; output "-" is the standard output.
+ExitStatus recodeDocuments(const Request &request, const std::string &output, bool indented);
 
 // Of the two files: 1 if they differ, 2 if they cannot be compared.
 ExitStatus compareDocuments(const Request &request);

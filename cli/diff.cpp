@@ -5,6 +5,8 @@
 #include "session.h"
 #include "visible.h"
 
+#include <optional>
+
 namespace cli {
 
 namespace {
@@ -17,8 +19,14 @@ public:
   // Reads and decodes a document. False if there is nothing good to compare; the reasons have been told then.
   bool load(const std::string &file) {
     ExitStatus exitStatus = allGood;
-    source = session.read(file, exitStatus);
-    if (!source) return false;
+    std::vector<Source> sources = session.read(file, exitStatus);
+    if (exitStatus != allGood) return false;
+    if (sources.size() > 1) {
+      std::fprintf(stderr, "imscodec: %s: %zu bodies, of which only one could be compared\n",
+                   sources[0].file->name().c_str(), sources.size());
+      return false;
+    }
+    source = std::move(sources[0]);
     kind = session.begin(*source);
     if (kind) {
       record.emplace(session.context(), *kind);

@@ -14,14 +14,22 @@ namespace {
 using namespace cli;
 
 constexpr char overallExamples[] =
-    R"(Each FILE is a body as it stands in a message; "-", or no FILE, is the standard input.
+    R"(Each FILE is a body, or a SIP message; "-", or no FILE, is the standard input.
 The kind of a document is found from its root element, unless --kind gives it.
 
-Exit status: 0 all good, 1 a document was bad, 2 wrong usage or an unreadable file.
+What does not begin with "<" is a message, or a text that holds one, such as a capture tool exports: indented, with any
+line ends. Of a message the bodies of these types count, each part of a multipart under a name such as message.sip#2;
+base64 and quoted-printable are decoded, and places are those in FILE:
+  application/im-iscomposing+xml  application/dialog-info+xml   application/auth-policy+xml
+  application/simple-filter+xml   application/poc-settings+xml  application/3gpp-ims+xml
+  application/debuginfo+xml
+
+Exit status: 0 all good, 1 a document was bad, 2 wrong usage, an unreadable file or a message without a body to read.
 
 Examples:
   imscodec print body.xml               what the codec reads from a body
   imscodec validate bodies/*.xml        which bodies are bad, and where
+  imscodec print notify.sip             what the codec reads from the bodies of a message
   imscodec recode --indent body.xml     the body as the codec writes it
   imscodec diff old.xml new.xml         what two bodies say differently
   imscodec new ruleset                  a body to start from
@@ -43,7 +51,8 @@ Examples:
   imscodec validate --json bodies/*.xml | jq -r '.[] | select(.ok | not) | .file')";
 
 constexpr char recodeExamples[] =
-    R"(Writes the bytes that the codec would send. A body with errors gives what could be read of it.
+    R"(Writes the bytes that the codec would send. A body with errors gives what could be read of it. The
+bodies of a message come one after the other.
 
 Examples:
   imscodec recode body.xml --output clean.xml
@@ -53,7 +62,8 @@ Examples:
 constexpr char diffExamples[] =
     R"(Prints one line for each value that differs: its path, the old value and the new one. Prefixes, declarations of
 namespaces, the order of attributes, comments and white space that the codec collapses do not count. Items with an id
-(dialogs, rules, filters and the like) are matched by it, other items by their position from 0.
+(dialogs, rules, filters and the like) are matched by it, other items by their position from 0. A message must have
+one body only.
 
 Exit status: 0 nothing differs, 1 something differs, 2 trouble: a file is unreadable or bad, or the kinds differ.
 
@@ -134,7 +144,7 @@ int run(int argc, char **argv) {
   if (request.files.empty()) request.files = {"-"};
   if (print->parsed()) return printDocuments(request);
   if (validate->parsed()) return validateDocuments(request);
-  if (recode->parsed()) return recodeDocument(request, output, indented);
+  if (recode->parsed()) return recodeDocuments(request, output, indented);
   if (diff->parsed()) return compareDocuments(request);
   if (fresh->parsed()) return newDocument(*request.kind, output, indented);
   printKinds(request.json);

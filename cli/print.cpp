@@ -41,15 +41,17 @@ ExitStatus printDocuments(const Request &request) {
   Json documents = Json::array();
   bool first = true;
   for (const std::string &file : request.files) {
-    const std::optional<Source> source = session.read(file, exitStatus);
-    if (!source) continue;
-    if (request.json) {
-      documents.push_back(printedJson(session, *source, exitStatus));
-      continue;
+    const std::vector<Source> sources = session.read(file, exitStatus);
+    for (const Source &source : sources) {
+      if (request.json) {
+        documents.push_back(printedJson(session, source, exitStatus));
+        continue;
+      }
+      if (request.files.size() > 1 || sources.size() > 1)
+        std::printf("%s%s:\n", first ? "" : "\n", source.name.c_str());
+      first = false;
+      printText(session, source, exitStatus);
     }
-    if (request.files.size() > 1) std::printf("%s%s:\n", first ? "" : "\n", source->name.c_str());
-    first = false;
-    printText(session, *source, exitStatus);
   }
   if (request.json) printJson(documents);
   return exitStatus;

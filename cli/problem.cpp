@@ -98,6 +98,17 @@ std::string headline(const std::string &file, const Problem &problem) {
 
 } // namespace
 
+void placeInFile(Problem &problem, const Source &document) {
+  if (!document.file || problem.line == 0) return;
+  std::size_t offset = problem.offset;
+  if (problem.transcoded) offset = fromUtf8(document.bytes, offset).value_or(0);
+  problem.offset = document.places.inFile(offset);
+  const LineAndColumn place = document.file->lines().at(problem.offset);
+  problem.line = place.line;
+  problem.column = place.column;
+  problem.transcoded = false;
+}
+
 std::vector<Problem> problemsOf(RuntimeContext *ctx) {
   std::vector<Problem> problems;
   for (std::uint32_t index = 0; const RtxError *error = rtxErrAt(ctx, index); ++index)
@@ -106,7 +117,7 @@ std::vector<Problem> problemsOf(RuntimeContext *ctx) {
 }
 
 void writeProblems(std::FILE *stream, const Source &source, const std::vector<Problem> &problems) {
-  Texts texts(source.bytes);
+  Texts texts(source.file ? source.file->bytes() : source.bytes);
   for (const Problem &problem : problems) {
     std::string text = headline(source.name, problem);
     if (problem.line != 0) text += texts.excerptOf(problem);

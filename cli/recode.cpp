@@ -1,18 +1,18 @@
-// imscodec recode: a document as the codec itself writes it.
+// imscodec recode: documents as the codec itself writes it.
 #include "commands.h"
 #include "encoding.h"
 #include "indent.h"
 #include "session.h"
 
+#include <optional>
+
 namespace cli {
 
-ExitStatus recodeDocument(const Request &request, const std::string &output, bool indented) {
-  ExitStatus exitStatus = allGood;
-  Session session(request.kind);
-  const std::optional<Source> source = session.read(request.files.front(), exitStatus);
-  if (!source) return exitStatus;
+namespace {
 
-  const ims::DocumentSchema *kind = session.begin(*source);
+// The document anew, or nothing. What was wrong with it has been told then.
+std::optional<std::string> recoded(Session &session, const Source &source, ExitStatus &exitStatus) {
+  const ims::DocumentSchema *kind = session.begin(source);
   std::vector<Problem> problems;
   std::optional<std::string> document;
   if (kind) {
@@ -24,9 +24,28 @@ ExitStatus recodeDocument(const Request &request, const std::string &output, boo
   for (Problem &problem : session.problems())
     problems.push_back(std::move(problem));
 
-  writeProblems(stderr, *source, problems);
+  writeProblems(stderr, source, problems);
   if (!problems.empty()) worsen(exitStatus, badDocument);
-  if (document) writeFile(output, indented ? indent(*document) : *document);
+  return document;
+}
+
+} // namespace
+
+ExitStatus recodeDocuments(const Request &request, const std::string &output, bool indented) {
+  ExitStatus exitStatus = allGood;
+  Session session(request.kind);
+  std::optional<std::string> result;
+  for (const Source &source : session.read(request.files.front(), exitStatus)) {
+    const std::optional<std::string> document = recoded(session, source, exitStatus);
+    if (!document) continue;
+    if (!result) {
+      result.emplace();
+    } else if (!result->ends_with('\n')) {
+      *result += '\n';
+    }
+    *result += indented ? indent(*document) : *document;
+  }
+  if (result) writeFile(output, *result);
   return exitStatus;
 }
 

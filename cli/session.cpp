@@ -1,6 +1,7 @@
 #include "session.h"
 
 #include "kinds.h"
+#include "message.h"
 #include "rtxError.h"
 
 #include <cstdio>
@@ -18,15 +19,19 @@ Session::Session(const ims::DocumentSchema *givenKind) : given(givenKind) {
   if (!owned) throw std::bad_alloc();
 }
 
-std::optional<Source> Session::read(const std::string &file, ExitStatus &exitStatus) const {
+std::vector<Source> Session::read(const std::string &file, ExitStatus &exitStatus) const {
+  Findings findings;
   try {
-    return readSource(file, inputLimit);
+    findings = findDocuments(readSource(file, inputLimit), inputLimit);
   } catch (const FileError &error) {
-    std::fflush(stdout);
-    std::fprintf(stderr, "imscodec: %s\n", error.what());
-    worsen(exitStatus, unusable);
-    return std::nullopt;
+    findings.refusals.emplace_back(error.what());
   }
+  for (const std::string &refusal : findings.refusals) {
+    std::fflush(stdout);
+    std::fprintf(stderr, "imscodec: %s\n", refusal.c_str());
+    worsen(exitStatus, unusable);
+  }
+  return std::move(findings.documents);
 }
 
 void Session::check(int status) const {
@@ -34,11 +39,20 @@ void Session::check(int status) const {
 }
 
 const ims::DocumentSchema *Session::begin(const Source &source) {
+  current = &source;
   rtxContextReset(context());
   const int status = rtxSetInputZ(context(), source.bytes.c_str(), source.bytes.size());
   check(status);
   if (status != 0) return nullptr;
   return given ? given : findKind(context());
+}
+
+std::vector<Problem> Session::problems() const {
+  std::vector<Problem> problems = problemsOf(context());
+  if (current)
+    for (Problem &problem : problems)
+      placeInFile(problem, *current);
+  return problems;
 }
 
 } // namespace cli

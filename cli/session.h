@@ -7,8 +7,8 @@
 #include "source.h"
 
 #include <memory>
-#include <optional>
 #include <string>
+#include <vector>
 
 namespace cli {
 
@@ -17,8 +17,9 @@ public:
   // givenKind null: each document's root tells its kind.
   explicit Session(const ims::DocumentSchema *givenKind);
 
-  // Reads a file. Nothing if that cannot be done: the reason has gone to the standard error stream then.
-  std::optional<Source> read(const std::string &file, ExitStatus &exitStatus) const;
+  // Reads a file and finds the documents in it. Why there is none, or what cannot be used, has gone to the standard
+  // error stream then.
+  std::vector<Source> read(const std::string &file, ExitStatus &exitStatus) const;
 
   // Makes a document the context's input and finds its kind. Null: problems() tells why. The source must stay.
   const ims::DocumentSchema *begin(const Source &source);
@@ -26,8 +27,8 @@ public:
   // Records a status that nobody has recorded.
   void check(int status) const;
 
-  // What was wrong with the document since it began.
-  std::vector<Problem> problems() const { return problemsOf(context()); }
+  // What was wrong with the document since it began. Places are those of its file.
+  std::vector<Problem> problems() const;
 
   RuntimeContext *context() const { return owned.get(); }
 
@@ -37,6 +38,7 @@ private:
   };
   std::unique_ptr<RuntimeContext, Release> owned;
   const ims::DocumentSchema *given;
+  const Source *current = nullptr;
   std::size_t inputLimit;
 };
 

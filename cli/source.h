@@ -1,15 +1,39 @@
-// The files that the tool works on.
+// The files and documents that the tool works on.
 #pragma once
 
+#include "place.h"
+
 #include <cstddef>
+#include <memory>
 #include <stdexcept>
 #include <string>
 
 namespace cli {
 
+// A file that documents stand in, as it is.
+class File {
+public:
+  File(std::string fileName, std::string fileBytes)
+      : called(std::move(fileName)), content(std::move(fileBytes)), index(content) {}
+  File(const File &) = delete;
+  File &operator=(const File &) = delete;
+
+  const std::string &name() const { return called; }
+  const std::string &bytes() const { return content; }
+  const LineIndex &lines() const { return index; }
+
+private:
+  std::string called;
+  std::string content;
+  LineIndex index;
+};
+
+// A document.
 struct Source {
   std::string name; // for people
   std::string bytes;
+  std::shared_ptr<const File> file = nullptr; // that it was taken from; null: it is a file itself
+  PlaceMap places = {};                       // in that file
 };
 
 // Why a file cannot be read or written: "NAME: reason".

@@ -49,7 +49,7 @@ Encoding encodingOf(std::string_view document) {
 
 class Converter {
 public:
-  explicit Converter(const std::string &encoding) : handle(iconv_open("UTF-8", encoding.c_str())) {}
+  Converter(const char *to, const char *from) : handle(iconv_open(to, from)) {}
   ~Converter() {
     if (usable()) iconv_close(handle);
   }
@@ -81,9 +81,18 @@ private:
 
 std::optional<std::string> toUtf8(std::string_view document) {
   const Encoding encoding = encodingOf(document);
-  Converter converter(encoding.name);
+  Converter converter("UTF-8", encoding.name.c_str());
   if (encoding.name.empty() || !converter.usable()) return std::nullopt;
   return converter.convert(document.substr(encoding.markLength));
+}
+
+std::optional<std::size_t> fromUtf8(std::string_view document, std::size_t offset) {
+  const std::optional<std::string> utf8 = toUtf8(document);
+  if (!utf8) return std::nullopt;
+  const Encoding encoding = encodingOf(document);
+  Converter converter(encoding.name.c_str(), "UTF-8");
+  if (!converter.usable()) return std::nullopt;
+  return encoding.markLength + converter.convert(std::string_view(*utf8).substr(0, offset)).size();
 }
 
 } // namespace cli

@@ -1,6 +1,7 @@
 // Documents in other encodings, for quoting: places in them are given in their UTF-8 form.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -10,5 +11,8 @@ namespace cli {
 // The UTF-8 form of a document that is encoded as its first bytes say, without a byte order mark; as far as it can be
 // converted. Nothing if the encoding is not known.
 std::optional<std::string> toUtf8(std::string_view document);
+
+// Where a place in the UTF-8 form of a document stands in the document itself.
+std::optional<std::size_t> fromUtf8(std::string_view document, std::size_t offset);
 
 } // namespace cli

@@ -55,15 +55,18 @@ Json verdictJson(const Source &source, const Verdict &verdict) {
 }
 
 struct Count {
+  std::size_t files = 0;
   std::size_t good = 0;
   std::size_t bad = 0;
-  std::size_t unreadable = 0;
+  std::size_t unreadable = 0; // files
 
-  std::size_t all() const { return good + bad + unreadable; }
+  std::size_t bodies() const { return good + bad; }
 };
 
 void printSummary(const Count &count) {
-  std::printf("%zu files: %zu ok, %zu bad", count.all(), count.good, count.bad);
+  std::printf("%zu file%s", count.files, count.files == 1 ? "" : "s");
+  if (count.bodies() + count.unreadable != count.files) std::printf(" with %zu bodies", count.bodies());
+  std::printf(": %zu ok, %zu bad", count.good, count.bad);
   if (count.unreadable > 0) std::printf(", %zu unreadable", count.unreadable);
   std::printf("\n");
 }
@@ -77,24 +80,24 @@ ExitStatus validateDocuments(const Request &request) {
   Json verdicts = Json::array();
   Count count;
   for (const std::string &file : request.files) {
-    const std::optional<Source> source = session.read(file, exitStatus);
-    if (!source) {
-      ++count.unreadable;
-      continue;
+    const std::vector<Source> sources = session.read(file, exitStatus);
+    if (sources.empty()) ++count.unreadable;
+    for (const Source &source : sources) {
+      progress.show(count.files);
+      const Verdict verdict = judge(session, source);
+      progress.hide();
+      ++(verdict.good() ? count.good : count.bad);
+      if (request.json) {
+        verdicts.push_back(verdictJson(source, verdict));
+      } else {
+        printVerdict(source, verdict);
+      }
     }
-    progress.show(count.all());
-    const Verdict verdict = judge(session, *source);
-    progress.hide();
-    ++(verdict.good() ? count.good : count.bad);
-    if (request.json) {
-      verdicts.push_back(verdictJson(*source, verdict));
-    } else {
-      printVerdict(*source, verdict);
-    }
+    ++count.files;
   }
   if (request.json) {
     printJson(verdicts);
-  } else if (request.files.size() > 1) {
+  } else if (count.files > 1 || count.bodies() > 1) {
     printSummary(count);
   }
   if (count.bad > 0) worsen(exitStatus, badDocument);

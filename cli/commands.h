@@ -14,6 +14,7 @@ struct Request {
   std::vector<std::string> files;
   const ims::DocumentSchema *kind = nullptr; // null: by the root element
   bool json = false;
+  bool stream = false; // documents come one a line instead of in files
 };
 
 ExitStatus printDocuments(const Request &request);

@@ -38,17 +38,27 @@ Examples:
 constexpr char printExamples[] = R"(Prints one line for each value, in the form of the library's own print functions.
 Errors go to the standard error stream; what could be read is printed all the same.
 
+With --stream each line of the standard input is a JSON string with a body or a message, and each is answered by one
+line: {"ok":true,"kind":...,"record":...}, with "errors" if there are any, and with "bodies" instead for a message
+that has not just one. A line that is no JSON string gets {"ok":false,"errors":[...]}.
+
 Examples:
   imscodec print body.xml
   cat body.xml | imscodec print
-  imscodec print --json body.xml | jq '.[0].record')";
+  imscodec print --json body.xml | jq '.[0].record'
+  jq .body log.json | imscodec print --stream | jq -c .record)";
 
 constexpr char validateExamples[] = R"(Prints "FILE: ok", or each error with its place, the line and a caret under it.
+
+With --stream each line of the standard input is a JSON string with a body or a message, and each is answered by one
+line: {"ok":true,"kind":...,"validated":...}, with "errors" if there are any, and with "bodies" instead for a message
+that has not just one. A line that is no JSON string gets {"ok":false,"errors":[...]}.
 
 Examples:
   imscodec validate body.xml
   imscodec validate bodies/*.xml | grep error:
-  imscodec validate --json bodies/*.xml | jq -r '.[] | select(.ok | not) | .file')";
+  imscodec validate --json bodies/*.xml | jq -r '.[] | select(.ok | not) | .file'
+  jq .body log.json | imscodec validate --stream | grep -c '^{"ok":false')";
 
 constexpr char recodeExamples[] =
     R"(Writes the bytes that the codec would send. A body with errors gives what could be read of it. The
@@ -117,8 +127,10 @@ int run(int argc, char **argv) {
 
   for (CLI::App *command : {print, validate, recode, diff})
     addKindOption(*command, kind);
-  for (CLI::App *command : {print, validate})
-    command->add_option("FILE", request.files, "Documents")->type_name("");
+  for (CLI::App *command : {print, validate}) {
+    CLI::Option *files = command->add_option("FILE", request.files, "Documents")->type_name("");
+    command->add_flag("--stream", request.stream, "Answer the standard input line by line")->excludes(files);
+  }
   for (CLI::App *command : {print, validate, diff, kinds})
     command->add_flag("--json", request.json, "Write JSON");
   recode->add_option("FILE", request.files, "Document")->type_name("")->expected(0, 1);

@@ -220,7 +220,7 @@ private:
   void addDocument(std::size_t begin, std::size_t end, TransferEncoding encoding) {
     try {
       DecodedBody body = decodeBody(text, TextLines(text, begin, end, indentation), encoding);
-      findings.documents.push_back({name(), std::move(body.bytes), file, std::move(body.places)});
+      findings.documents.push_back({name(), std::move(body.bytes), file, std::move(body.places), parts});
     } catch (const EncodingError &error) {
       const LineAndColumn place = file->lines().at(error.offset);
       findings.refusals.push_back(name() + ":" + std::to_string(place.line) + ":" + std::to_string(place.column) +

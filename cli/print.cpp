@@ -2,22 +2,30 @@
 #include "commands.h"
 #include "record.h"
 #include "session.h"
+#include "stream.h"
 
 namespace cli {
 
 namespace {
 
-Json printedJson(Session &session, const Source &source, ExitStatus &exitStatus) {
-  Json result = {{"file", source.name}};
+Answer decoded(Session &session, const Source &source) {
+  Answer answer;
   if (const ims::DocumentSchema *kind = session.begin(source)) {
     Record record(session.context(), *kind);
     session.check(record.decode());
-    result["kind"] = kind->root;
-    result["record"] = documentJson(*kind, record.value());
+    answer.members["kind"] = kind->root;
+    answer.members["record"] = documentJson(*kind, record.value());
   }
-  const std::vector<Problem> problems = session.problems();
-  result["errors"] = problemsJson(problems);
-  if (!problems.empty()) worsen(exitStatus, badDocument);
+  answer.problems = session.problems();
+  return answer;
+}
+
+Json printedJson(Session &session, const Source &source, ExitStatus &exitStatus) {
+  const Answer answer = decoded(session, source);
+  Json result = {{"file", source.name}};
+  result.update(answer.members);
+  result["errors"] = problemsJson(answer.problems);
+  if (!answer.problems.empty()) worsen(exitStatus, badDocument);
   return result;
 }
 
@@ -36,6 +44,7 @@ void printText(Session &session, const Source &source, ExitStatus &exitStatus) {
 } // namespace
 
 ExitStatus printDocuments(const Request &request) {
+  if (request.stream) return answerStream(request, decoded);
   ExitStatus exitStatus = allGood;
   Session session(request.kind);
   Json documents = Json::array();

@@ -14,7 +14,7 @@ void Session::Release::operator()(RuntimeContext *ctx) const { rtxContextFree(ct
 Session::Session(const ims::DocumentSchema *givenKind) : given(givenKind) {
   RuntimeOptions options;
   rtxOptionsInit(&options);
-  inputLimit = options.inputLimit;
+  limit = options.inputLimit;
   owned.reset(rtxContextCreate(&options));
   if (!owned) throw std::bad_alloc();
 }
@@ -22,7 +22,7 @@ Session::Session(const ims::DocumentSchema *givenKind) : given(givenKind) {
 std::vector<Source> Session::read(const std::string &file, ExitStatus &exitStatus) const {
   Findings findings;
   try {
-    findings = findDocuments(readSource(file, inputLimit), inputLimit);
+    findings = findDocuments(readSource(file, limit), limit);
   } catch (const FileError &error) {
     findings.refusals.emplace_back(error.what());
   }

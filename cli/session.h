@@ -30,6 +30,8 @@ public:
   // What was wrong with the document since it began. Places are those of its file.
   std::vector<Problem> problems() const;
 
+  std::size_t inputLimit() const { return limit; }
+
   RuntimeContext *context() const { return owned.get(); }
 
 private:
@@ -39,7 +41,7 @@ private:
   std::unique_ptr<RuntimeContext, Release> owned;
   const ims::DocumentSchema *given;
   const Source *current = nullptr;
-  std::size_t inputLimit;
+  std::size_t limit;
 };
 
 } // namespace cli

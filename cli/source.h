@@ -34,6 +34,7 @@ struct Source {
   std::string bytes;
   std::shared_ptr<const File> file = nullptr; // that it was taken from; null: it is a file itself
   PlaceMap places = {};                       // in that file
+  std::size_t part = 0;                       // of a multipart there, from 1
 };
 
 // Why a file cannot be read or written: "NAME: reason".

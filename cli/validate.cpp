@@ -5,6 +5,7 @@
 #include "record.h"
 #include "rtxError.h"
 #include "session.h"
+#include "stream.h"
 
 namespace cli {
 
@@ -44,13 +45,21 @@ void printVerdict(const Source &source, const Verdict &verdict) {
   if (verdict.decodedOnly) std::printf("%s: not validated%s\n", source.name.c_str(), note);
 }
 
-Json verdictJson(const Source &source, const Verdict &verdict) {
-  Json result = {{"file", source.name}, {"ok", verdict.good()}};
+Answer validated(Session &session, const Source &source) {
+  Verdict verdict = judge(session, source);
+  Answer answer;
   if (verdict.kind) {
-    result["kind"] = verdict.kind->root;
-    result["validated"] = !verdict.decodedOnly;
+    answer.members["kind"] = verdict.kind->root;
+    answer.members["validated"] = !verdict.decodedOnly;
   }
-  result["errors"] = problemsJson(verdict.problems);
+  answer.problems = std::move(verdict.problems);
+  return answer;
+}
+
+Json verdictJson(const Source &source, const Answer &answer) {
+  Json result = {{"file", source.name}, {"ok", answer.problems.empty()}};
+  result.update(answer.members);
+  result["errors"] = problemsJson(answer.problems);
   return result;
 }
 
@@ -74,6 +83,7 @@ void printSummary(const Count &count) {
 } // namespace
 
 ExitStatus validateDocuments(const Request &request) {
+  if (request.stream) return answerStream(request, validated);
   ExitStatus exitStatus = allGood;
   Session session(request.kind);
   Progress progress(request.files.size(), manyFiles);
@@ -84,14 +94,19 @@ ExitStatus validateDocuments(const Request &request) {
     if (sources.empty()) ++count.unreadable;
     for (const Source &source : sources) {
       progress.show(count.files);
-      const Verdict verdict = judge(session, source);
-      progress.hide();
-      ++(verdict.good() ? count.good : count.bad);
+      bool good = false;
       if (request.json) {
-        verdicts.push_back(verdictJson(source, verdict));
+        const Answer answer = validated(session, source);
+        good = answer.problems.empty();
+        verdicts.push_back(verdictJson(source, answer));
       } else {
+        const Verdict verdict = judge(session, source);
+        good = verdict.good();
+        progress.hide();
         printVerdict(source, verdict);
       }
+      progress.hide();
+      ++(good ? count.good : count.bad);
     }
     ++count.files;
   }

@@ -3,6 +3,7 @@
 
 #include "Schema.h"
 #include "exitStatus.h"
+#include "paint.h"
 
 #include <string>
 #include <vector>
@@ -14,6 +15,7 @@ struct Request {
   std::vector<std::string> files;
   const ims::DocumentSchema *kind = nullptr; // null: by the root element
   bool json = false;
+  ColorWish colors = ColorWish::automatic;
   bool stream = false; // documents come one a line instead of in files
 };
 

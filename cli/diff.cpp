@@ -14,7 +14,7 @@ namespace {
 // One side of a comparison.
 class Side {
 public:
-  explicit Side(const ims::DocumentSchema *givenKind) : session(givenKind) {}
+  explicit Side(const Request &request) : session(request.kind), colors(request.colors) {}
 
   // Reads and decodes a document. False if there is nothing good to compare; the reasons have been told then.
   bool load(const std::string &file) {
@@ -33,7 +33,7 @@ public:
       session.check(record->decode());
     }
     const std::vector<Problem> problems = session.problems();
-    writeProblems(stderr, *source, problems);
+    writeProblems(stderr, *source, problems, colors);
     return problems.empty();
   }
 
@@ -44,16 +44,17 @@ public:
 
 private:
   Session session;
+  ColorWish colors;
   std::optional<Source> source;
   std::optional<Record> record;
 };
 
 std::string shown(const Json &value) { return value.is_null() ? "(none)" : visible(jsonLine(value)); }
 
-void printDifferences(const std::vector<Difference> &all) {
+void printDifferences(const std::vector<Difference> &all, const Paint &paint) {
   for (const Difference &difference : all)
-    std::printf("%s: %s -> %s\n", visible(difference.path).c_str(), shown(difference.before).c_str(),
-                shown(difference.after).c_str());
+    std::printf("%s: %s -> %s\n", paint.place(visible(difference.path)).c_str(),
+                paint.error(shown(difference.before)).c_str(), paint.success(shown(difference.after)).c_str());
 }
 
 Json differencesJson(const std::vector<Difference> &all) {
@@ -70,8 +71,8 @@ ExitStatus compareDocuments(const Request &request) {
     std::fputs("imscodec: only one of both documents can be the standard input\n", stderr);
     return unusable;
   }
-  Side before(request.kind);
-  Side after(request.kind);
+  Side before(request);
+  Side after(request);
   // Both are read in any case, so that the errors of both are told.
   const bool goodBefore = before.load(request.files[0]);
   const bool goodAfter = after.load(request.files[1]);
@@ -85,7 +86,7 @@ ExitStatus compareDocuments(const Request &request) {
   if (request.json) {
     printJson(differencesJson(all));
   } else {
-    printDifferences(all);
+    printDifferences(all, Paint(request.colors, stdout));
   }
   return all.empty() ? allGood : different;
 }

@@ -73,7 +73,7 @@ Row layOut(std::string_view text, std::size_t caretAt) {
 
 } // namespace
 
-std::string excerpt(std::string_view text, std::size_t offset, std::uint32_t lineNumber) {
+std::string excerpt(std::string_view text, std::size_t offset, std::uint32_t lineNumber, const Paint &paint) {
   offset = std::min(offset, text.size());
   const Stretch stretch = stretchAround(text, offset);
   const Row row = layOut(text.substr(stretch.begin, stretch.end - stretch.begin), offset - stretch.begin);
@@ -101,7 +101,7 @@ std::string excerpt(std::string_view text, std::size_t offset, std::uint32_t lin
   std::snprintf(gutter, sizeof(gutter), "%5u | ", static_cast<unsigned>(lineNumber));
   const std::string numbered = gutter + line + "\n";
   std::snprintf(gutter, sizeof(gutter), "%5s | ", "");
-  return numbered + gutter + std::string(caret, ' ') + "^\n";
+  return numbered + gutter + std::string(caret, ' ') + paint.success("^") + "\n";
 }
 
 } // namespace cli

@@ -1,6 +1,8 @@
 // The line in which an error was found.
 #pragma once
 
+#include "paint.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -9,6 +11,6 @@
 namespace cli {
 
 // The line around a byte of a text, as far as it fits, and a caret under the byte; two lines, each with its line break.
-std::string excerpt(std::string_view text, std::size_t offset, std::uint32_t lineNumber);
+std::string excerpt(std::string_view text, std::size_t offset, std::uint32_t lineNumber, const Paint &paint);
 
 } // namespace cli

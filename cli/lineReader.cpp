@@ -4,14 +4,13 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <unistd.h>
 
 namespace cli {
 
 // False at the end of the stream.
 bool LineReader::fill() {
-  std::fflush(stdout);
+  flushOutput();
   ssize_t count = -1;
   do
     count = read(STDIN_FILENO, buffer, sizeof(buffer));

@@ -5,9 +5,10 @@
 #include "source.h"
 
 #include <CLI/CLI.hpp>
-#include <cerrno>
 #include <cstdio>
 #include <exception>
+#include <map>
+#include <string>
 
 namespace {
 
@@ -102,6 +103,19 @@ void addKindOption(CLI::App &command, std::string &kind) {
       ->check(refuseUnknownKind);
 }
 
+void addColorOption(CLI::App &command, ColorWish &colors) {
+  static const std::map<std::string, ColorWish> wishes = {
+      {"auto", ColorWish::automatic}, {"always", ColorWish::always}, {"never", ColorWish::never}};
+  command
+      .add_option_function<std::string>(
+          "--color", [&colors](const std::string &wish) { colors = wishes.at(wish); },
+          "Colour messages: auto (on a terminal unless NO_COLOR is set), always or never")
+      ->type_name("WHEN")
+      ->check([](const std::string &wish) {
+        return wishes.contains(wish) ? std::string() : "auto, always or never, and not " + wish;
+      });
+}
+
 void addOutputOptions(CLI::App &command, std::string &output, bool &indented) {
   command.add_flag("--indent", indented, "Lay it out for reading");
   command.add_option("--output,-o", output, "Write to this file")->type_name("FILE");
@@ -125,11 +139,13 @@ int run(int argc, char **argv) {
   CLI::App *fresh = app.add_subcommand("new", "Write a minimal body of a kind");
   CLI::App *kinds = app.add_subcommand("kinds", "List the kinds of documents");
 
-  for (CLI::App *command : {print, validate, recode, diff})
+  for (CLI::App *command : {print, validate, recode, diff}) {
     addKindOption(*command, kind);
+    addColorOption(*command, request.colors);
+  }
   for (CLI::App *command : {print, validate}) {
-    CLI::Option *files = command->add_option("FILE", request.files, "Documents")->type_name("");
-    command->add_flag("--stream", request.stream, "Answer the standard input line by line")->excludes(files);
+    command->add_option("FILE", request.files, "Documents")->type_name("");
+    command->add_flag("--stream", request.stream, "Answer the standard input line by line, instead of FILE");
   }
   for (CLI::App *command : {print, validate, diff, kinds})
     command->add_flag("--json", request.json, "Write JSON");
@@ -148,6 +164,7 @@ int run(int argc, char **argv) {
 
   try {
     app.parse(argc, argv);
+    if (request.stream && !request.files.empty()) throw CLI::ExcludesError("--stream", "FILE");
   } catch (const CLI::ParseError &error) {
     return app.exit(error) == 0 ? allGood : unusable;
   }
@@ -168,7 +185,7 @@ int run(int argc, char **argv) {
 int main(int argc, char **argv) {
   try {
     const int status = run(argc, argv);
-    if (std::fflush(stdout) != 0 || std::ferror(stdout)) throw cli::FileError("<stdout>", errno);
+    cli::flushOutput();
     return status;
   } catch (const std::exception &error) {
     std::fflush(stdout);

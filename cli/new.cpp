@@ -19,7 +19,7 @@ ExitStatus newDocument(const ims::DocumentSchema &kind, const std::string &outpu
       session.check(STATUS_NO_MEMORY);
     }
   }
-  writeProblems(stderr, {.name = kind.root, .bytes = {}}, session.problems());
+  writeProblems(stderr, {.name = kind.root, .bytes = {}}, session.problems(), ColorWish::automatic);
   if (!document) return unusable;
   writeFile(output, indented ? indent(*document) : *document);
   return allGood;

@@ -29,15 +29,15 @@ Json printedJson(Session &session, const Source &source, ExitStatus &exitStatus)
   return result;
 }
 
-void printText(Session &session, const Source &source, ExitStatus &exitStatus) {
+void printText(Session &session, const Source &source, ColorWish colors, ExitStatus &exitStatus) {
   if (const ims::DocumentSchema *kind = session.begin(source)) {
     Record record(session.context(), *kind);
     session.check(record.decode());
     record.print();
   }
   const std::vector<Problem> problems = session.problems();
-  std::fflush(stdout);
-  writeProblems(stderr, source, problems);
+  flushOutput();
+  writeProblems(stderr, source, problems, colors);
   if (!problems.empty()) worsen(exitStatus, badDocument);
 }
 
@@ -59,7 +59,7 @@ ExitStatus printDocuments(const Request &request) {
       if (request.files.size() > 1 || sources.size() > 1)
         std::printf("%s%s:\n", first ? "" : "\n", source.name.c_str());
       first = false;
-      printText(session, source, exitStatus);
+      printText(session, source, request.colors, exitStatus);
     }
   }
   if (request.json) printJson(documents);

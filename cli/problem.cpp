@@ -74,13 +74,13 @@ class Texts {
 public:
   explicit Texts(const std::string &document) : bytes(document) {}
 
-  std::string excerptOf(const Problem &problem) {
-    if (!problem.transcoded) return excerpt(bytes, problem.offset, problem.line);
+  std::string excerptOf(const Problem &problem, const Paint &paint) {
+    if (!problem.transcoded) return excerpt(bytes, problem.offset, problem.line, paint);
     if (!converted) {
       converted = true;
       utf8 = toUtf8(bytes);
     }
-    return utf8 ? excerpt(*utf8, problem.offset, problem.line) : std::string();
+    return utf8 ? excerpt(*utf8, problem.offset, problem.line, paint) : std::string();
   }
 
 private:
@@ -89,11 +89,11 @@ private:
   bool converted = false;
 };
 
-std::string headline(const std::string &file, const Problem &problem) {
-  std::string result = file + ":";
-  if (problem.line != 0) result += std::to_string(problem.line) + ":" + std::to_string(problem.column) + ":";
-  result += " error: " + visible(problem.message);
-  return result + " (status " + std::to_string(problem.status) + ")\n";
+std::string headline(const std::string &file, const Problem &problem, const Paint &paint) {
+  std::string place = file + ":";
+  if (problem.line != 0) place += std::to_string(problem.line) + ":" + std::to_string(problem.column) + ":";
+  return paint.place(place) + " " + paint.error("error:") + " " + visible(problem.message) + " (status " +
+         std::to_string(problem.status) + ")\n";
 }
 
 } // namespace
@@ -116,11 +116,12 @@ std::vector<Problem> problemsOf(RuntimeContext *ctx) {
   return problems;
 }
 
-void writeProblems(std::FILE *stream, const Source &source, const std::vector<Problem> &problems) {
+void writeProblems(std::FILE *stream, const Source &source, const std::vector<Problem> &problems, ColorWish colors) {
+  const Paint paint(colors, stream);
   Texts texts(source.file ? source.file->bytes() : source.bytes);
   for (const Problem &problem : problems) {
-    std::string text = headline(source.name, problem);
-    if (problem.line != 0) text += texts.excerptOf(problem);
+    std::string text = headline(source.name, problem, paint);
+    if (problem.line != 0) text += texts.excerptOf(problem, paint);
     std::fwrite(text.data(), 1, text.size(), stream);
   }
 }

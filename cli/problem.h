@@ -2,6 +2,7 @@
 #pragma once
 
 #include "json.h"
+#include "paint.h"
 #include "rtxContext.h"
 #include "source.h"
 
@@ -33,7 +34,7 @@ std::vector<Problem> problemsOf(RuntimeContext *ctx);
 void placeInFile(Problem &problem, const Source &document);
 
 // Writes each problem as "FILE:LINE:COLUMN: error: TEXT (status NUMBER)", with the line that it is about.
-void writeProblems(std::FILE *stream, const Source &source, const std::vector<Problem> &problems);
+void writeProblems(std::FILE *stream, const Source &source, const std::vector<Problem> &problems, ColorWish colors);
 
 Json problemsJson(const std::vector<Problem> &problems);
 

@@ -11,7 +11,7 @@ namespace cli {
 namespace {
 
 // The document anew, or nothing. What was wrong with it has been told then.
-std::optional<std::string> recoded(Session &session, const Source &source, ExitStatus &exitStatus) {
+std::optional<std::string> recoded(Session &session, const Source &source, ColorWish colors, ExitStatus &exitStatus) {
   const ims::DocumentSchema *kind = session.begin(source);
   std::vector<Problem> problems;
   std::optional<std::string> document;
@@ -24,7 +24,7 @@ std::optional<std::string> recoded(Session &session, const Source &source, ExitS
   for (Problem &problem : session.problems())
     problems.push_back(std::move(problem));
 
-  writeProblems(stderr, source, problems);
+  writeProblems(stderr, source, problems, colors);
   if (!problems.empty()) worsen(exitStatus, badDocument);
   return document;
 }
@@ -36,7 +36,7 @@ ExitStatus recodeDocuments(const Request &request, const std::string &output, bo
   Session session(request.kind);
   std::optional<std::string> result;
   for (const Source &source : session.read(request.files.front(), exitStatus)) {
-    const std::optional<std::string> document = recoded(session, source, exitStatus);
+    const std::optional<std::string> document = recoded(session, source, request.colors, exitStatus);
     if (!document) continue;
     if (!result) {
       result.emplace();

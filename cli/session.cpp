@@ -27,7 +27,7 @@ std::vector<Source> Session::read(const std::string &file, ExitStatus &exitStatu
     findings.refusals.emplace_back(error.what());
   }
   for (const std::string &refusal : findings.refusals) {
-    std::fflush(stdout);
+    flushOutput();
     std::fprintf(stderr, "imscodec: %s\n", refusal.c_str());
     worsen(exitStatus, unusable);
   }

@@ -44,6 +44,10 @@ Source readSource(const std::string &file, std::size_t limit) {
   return source;
 }
 
+void flushOutput() {
+  if (std::fflush(stdout) != 0 || std::ferror(stdout)) throw FileError("<stdout>", errno);
+}
+
 void writeFile(const std::string &file, const std::string &bytes) {
   const Stream stream = open(file, "wb", stdout);
   const std::size_t written = std::fwrite(bytes.data(), 1, bytes.size(), stream.get());

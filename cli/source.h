@@ -48,6 +48,9 @@ struct FileError : std::runtime_error {
 // for the codec to refuse it.
 Source readSource(const std::string &file, std::size_t limit);
 
+// Sends out what was written to the standard output. Throws FileError if anything of it is lost.
+void flushOutput();
+
 // Writes a file, or the standard output for "-".
 void writeFile(const std::string &file, const std::string &bytes);
 

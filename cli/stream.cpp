@@ -60,7 +60,7 @@ ExitStatus answerStream(const Request &request, Examine examine) {
   Session session(request.kind);
   LineReader lines(session.inputLimit());
   std::string line;
-  for (std::size_t number = 1; !std::ferror(stdout); ++number) {
+  for (std::size_t number = 1;; ++number) {
     const LineReader::Result result = lines.next(line);
     if (result == LineReader::Result::end) break;
     const std::string name = "line " + std::to_string(number);

@@ -35,13 +35,14 @@ Verdict judge(Session &session, const Source &source) {
   return verdict;
 }
 
-void printVerdict(const Source &source, const Verdict &verdict) {
+void printVerdict(const Source &source, const Verdict &verdict, ColorWish colors) {
+  const Paint paint(colors, stdout);
   const char *note = verdict.decodedOnly ? " (decoded, since no validator is offered for its kind)" : "";
   if (verdict.good()) {
-    std::printf("%s: ok%s\n", source.name.c_str(), note);
+    std::printf("%s: %s%s\n", source.name.c_str(), paint.success("ok").c_str(), note);
     return;
   }
-  writeProblems(stdout, source, verdict.problems);
+  writeProblems(stdout, source, verdict.problems, colors);
   if (verdict.decodedOnly) std::printf("%s: not validated%s\n", source.name.c_str(), note);
 }
 
@@ -103,7 +104,7 @@ ExitStatus validateDocuments(const Request &request) {
         const Verdict verdict = judge(session, source);
         good = verdict.good();
         progress.hide();
-        printVerdict(source, verdict);
+        printVerdict(source, verdict, request.colors);
       }
       progress.hide();
       ++(good ? count.good : count.bad);

@@ -48,6 +48,28 @@ if(IMSCODEC_TOOL)
   install(TARGETS imscodec-cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tool)
 endif()
 
+# ---- Manual pages, compressed as packages have them, and completion
+
+set(IMSCODEC_MANUAL ${PROJECT_BINARY_DIR}/install)
+find_program(IMSCODEC_GZIP gzip)
+function(imscodec_install_manual page component)
+  set(file ${IMSCODEC_MANUAL}/${page})
+  configure_file(${PROJECT_SOURCE_DIR}/man/${page}.in ${file} @ONLY)
+  if(IMSCODEC_GZIP)
+    execute_process(COMMAND ${IMSCODEC_GZIP} -9nc ${file} OUTPUT_FILE ${file}.gz COMMAND_ERROR_IS_FATAL ANY)
+    string(APPEND file .gz)
+  endif()
+  string(REGEX MATCH "[0-9]$" section ${page})
+  install(FILES ${file} DESTINATION ${CMAKE_INSTALL_MANDIR}/man${section} COMPONENT ${component})
+endfunction()
+
+imscodec_install_manual(imscodec.3 development)
+if(IMSCODEC_TOOL)
+  imscodec_install_manual(imscodec.1 tool)
+  install(FILES ${PROJECT_SOURCE_DIR}/man/completion.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
+          RENAME imscodec COMPONENT tool)
+endif()
+
 # ---- For find_package(imscodec)
 
 set(config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/imscodec)

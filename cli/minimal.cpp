@@ -5,9 +5,7 @@
 #include "rtxMemory.h"
 #include "rtxText.h"
 
-#include <algorithm>
-#include <cstddef>
-#include <cstring>
+#include <cstdint>
 #include <string_view>
 
 namespace cli {
@@ -47,8 +45,7 @@ constexpr Placeholder placeholders[] = {
     {"", "action", "emergency-registration"},
 };
 
-const char *placeholderOf(std::string_view type, std::string_view name, bool dateTime) {
-  if (dateTime) return moment;
+const char *placeholderOf(std::string_view type, std::string_view name) {
   for (const Placeholder &placeholder : placeholders)
     if ((placeholder.type.empty() || placeholder.type == type) && placeholder.name == name) return placeholder.text;
   return "text";
@@ -64,25 +61,11 @@ std::string_view schemaName(const TypeSchema &type, const Field &field) {
   return {};
 }
 
-bool isList(Kind kind) {
-  switch (kind) {
-  case Kind::recordList:
-  case Kind::textList:
-  case Kind::choiceList:
-  case Kind::foreignList:
-  case Kind::attributeList:
-  case Kind::namespaceList: return true;
-  default: return false;
-  }
-}
-
-// Whether a valid record has something in this member.
+// Whether a valid record must have a value in this member. A list that is empty is one.
 bool isRequired(const TypeSchema &type, const Field &field) {
   switch (field.part) {
   case Part::attribute: return (type.requiredAttributes >> field.id & 1u) != 0;
-  case Part::element:
-    if (isList(field.kind)) return ims::has(type, ims::noEmptyList);
-    return field.bit == 0 || ims::has(field, ims::required);
+  case Part::element: return field.bit == 0 || ims::has(field, ims::required);
   case Part::content: return true;
   case Part::carried: break;
   }
@@ -95,14 +78,19 @@ public:
 
   bool complete() const { return !exhausted; }
 
-  void fillText(RtxXmlString &text, const char *value) { text.value = checked(rtxUTF8Strdup(context, value)); }
+  void fillText(RtxXmlString &text, const char *value) {
+    text.value = rtxUTF8Strdup(context, value);
+    if (!text.value) exhausted = true;
+  }
 
   void fillBytes(RtxHexBinary &binary) {
-    auto *bytes = static_cast<std::uint8_t *>(checked(rtxMemHeapAlloc(context, 1)));
-    if (!bytes) return;
-    *bytes = 0x01;
-    binary.bytes = bytes;
-    binary.length = 1;
+    auto *bytes = static_cast<std::uint8_t *>(rtxMemHeapAlloc(context, 1));
+    if (bytes) {
+      *bytes = 0x01;
+      binary = {.length = 1, .bytes = bytes};
+    } else {
+      exhausted = true;
+    }
   }
 
   void fillRecord(const TypeSchema &type, void *record) {
@@ -117,48 +105,18 @@ public:
   }
 
 private:
-  template <class Pointer> Pointer checked(Pointer pointer) {
-    if (!pointer) exhausted = true;
-    return pointer;
-  }
-
-  const char *textOf(const TypeSchema &type, const Field &field) const {
-    return placeholderOf(type.name, schemaName(type, field), ims::has(field, ims::checkedDateTime));
-  }
-
-  // Appends an item, all zero, for its owner to fill. Null if there is no storage.
-  template <class Item> Item *appendTo(const Field &field, void *record, std::size_t size) {
-    void *item = checked(rtxMemHeapAlloc(context, size));
-    if (!item) return nullptr;
-    std::memset(item, 0, size);
-    RtxList &list = ims::listAt(record, field);
-    checked(rtxDListAppend(context, &list, item));
-    return static_cast<Item *>(item);
-  }
-
+  // Numbers stay zero and lists empty.
   void fillMember(const TypeSchema &type, const Field &field, void *record) {
     switch (field.kind) {
-    case Kind::text: fillText(ims::memberAt<RtxXmlString>(record, field), textOf(type, field)); return;
-    case Kind::uint32: ims::memberAt<std::uint32_t>(record, field) = field.minimum; return;
-    case Kind::uint16: ims::memberAt<std::uint16_t>(record, field) = field.minimum; return;
-    case Kind::boolean: ims::memberAt<bool>(record, field) = false; return;
-    case Kind::decimal: ims::memberAt<double>(record, field) = 1; return;
-    case Kind::hexBinary: fillBytes(ims::memberAt<RtxHexBinary>(record, field)); return;
-    case Kind::enumeration: ims::memberAt<std::uint16_t>(record, field) = field.enumeration->rows[0].code; return;
+    case Kind::text:
+      fillText(ims::memberAt<RtxXmlString>(record, field), placeholderOf(type.name, schemaName(type, field)));
+      break;
+    case Kind::hexBinary: fillBytes(ims::memberAt<RtxHexBinary>(record, field)); break;
+    case Kind::decimal: ims::memberAt<double>(record, field) = 1; break;
+    case Kind::enumeration: ims::memberAt<std::uint16_t>(record, field) = field.enumeration->rows[0].code; break;
     case Kind::record:
-    case Kind::choice: fillRecord(*field.type, static_cast<char *>(record) + field.offset); return;
-    case Kind::recordList:
-    case Kind::choiceList:
-      if (void *item = appendTo<void>(field, record, field.type->size)) fillRecord(*field.type, item);
-      return;
-    case Kind::textList:
-      if (auto *item = appendTo<RtxXmlString>(field, record, sizeof(RtxXmlString)))
-        fillText(*item, textOf(type, field));
-      return;
-    case Kind::foreign:
-    case Kind::foreignList:
-    case Kind::attributeList:
-    case Kind::namespaceList: return; // nothing requires what is foreign
+    case Kind::choice: fillRecord(*field.type, static_cast<char *>(record) + field.offset); break;
+    default: break;
     }
   }
 
@@ -177,7 +135,7 @@ bool fillMinimal(RuntimeContext *ctx, const ims::DocumentSchema &kind, void *val
   switch (kind.simple->kind) {
   case Kind::enumeration: *static_cast<std::uint16_t *>(value) = kind.simple->enumeration->rows[0].code; break;
   case Kind::hexBinary: filler.fillBytes(*static_cast<RtxHexBinary *>(value)); break;
-  default: filler.fillText(*static_cast<RtxXmlString *>(value), placeholderOf({}, kind.root, false)); break;
+  default: filler.fillText(*static_cast<RtxXmlString *>(value), placeholderOf({}, kind.root)); break;
   }
   return filler.complete();
 }

@@ -5,7 +5,9 @@
 #include "utf8.h"
 #include "visible.h"
 
+#include <map>
 #include <optional>
+#include <set>
 
 namespace cli {
 
@@ -98,15 +100,22 @@ std::string headline(const std::string &file, const Problem &problem, const Pain
 
 } // namespace
 
-void placeInFile(Problem &problem, const Source &document) {
-  if (!document.file || problem.line == 0) return;
-  std::size_t offset = problem.offset;
-  if (problem.transcoded) offset = fromUtf8(document.bytes, offset).value_or(0);
-  problem.offset = document.places.inFile(offset);
-  const LineAndColumn place = document.file->lines().at(problem.offset);
-  problem.line = place.line;
-  problem.column = place.column;
-  problem.transcoded = false;
+void placeInFile(std::vector<Problem> &problems, const Source &document) {
+  if (!document.file) return;
+  std::set<std::size_t> transcoded;
+  for (const Problem &problem : problems)
+    if (problem.transcoded) transcoded.insert(problem.offset);
+  std::map<std::size_t, std::size_t> original;
+  if (!transcoded.empty()) original = fromUtf8(document.bytes, transcoded);
+
+  for (Problem &problem : problems) {
+    if (problem.line == 0) continue;
+    problem.offset = document.places.inFile(problem.transcoded ? original[problem.offset] : problem.offset);
+    const LineAndColumn place = document.file->lines().at(problem.offset);
+    problem.line = place.line;
+    problem.column = place.column;
+    problem.transcoded = false;
+  }
 }
 
 std::vector<Problem> problemsOf(RuntimeContext *ctx) {

@@ -30,8 +30,8 @@ struct Problem {
 // The errors of a context, oldest first.
 std::vector<Problem> problemsOf(RuntimeContext *ctx);
 
-// Gives a problem its place in the file that its document was taken from.
-void placeInFile(Problem &problem, const Source &document);
+// Gives problems their places in the file that their document was taken from.
+void placeInFile(std::vector<Problem> &problems, const Source &document);
 
 // Writes each problem as "FILE:LINE:COLUMN: error: TEXT (status NUMBER)", with the line that it is about.
 void writeProblems(std::FILE *stream, const Source &source, const std::vector<Problem> &problems, ColorWish colors);

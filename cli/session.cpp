@@ -49,9 +49,7 @@ const ims::DocumentSchema *Session::begin(const Source &source) {
 
 std::vector<Problem> Session::problems() const {
   std::vector<Problem> problems = problemsOf(context());
-  if (current)
-    for (Problem &problem : problems)
-      placeInFile(problem, *current);
+  if (current) placeInFile(problems, *current);
   return problems;
 }
 

@@ -1,5 +1,6 @@
 #include "utf8.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <cstdint>
@@ -86,13 +87,21 @@ std::optional<std::string> toUtf8(std::string_view document) {
   return converter.convert(document.substr(encoding.markLength));
 }
 
-std::optional<std::size_t> fromUtf8(std::string_view document, std::size_t offset) {
+std::map<std::size_t, std::size_t> fromUtf8(std::string_view document, const std::set<std::size_t> &offsets) {
+  std::map<std::size_t, std::size_t> places;
   const std::optional<std::string> utf8 = toUtf8(document);
-  if (!utf8) return std::nullopt;
+  if (!utf8) return places;
   const Encoding encoding = encodingOf(document);
   Converter converter(encoding.name.c_str(), "UTF-8");
-  if (!converter.usable()) return std::nullopt;
-  return encoding.markLength + converter.convert(std::string_view(*utf8).substr(0, offset)).size();
+  if (!converter.usable()) return places;
+  std::size_t before = 0;
+  std::size_t place = encoding.markLength;
+  for (const std::size_t offset : offsets) {
+    place += converter.convert(std::string_view(*utf8).substr(before, offset - before)).size();
+    before = std::min(offset, utf8->size());
+    places[offset] = place;
+  }
+  return places;
 }
 
 } // namespace cli

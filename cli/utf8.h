@@ -2,7 +2,9 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -12,7 +14,7 @@ namespace cli {
 // converted. Nothing if the encoding is not known.
 std::optional<std::string> toUtf8(std::string_view document);
 
-// Where a place in the UTF-8 form of a document stands in the document itself.
-std::optional<std::size_t> fromUtf8(std::string_view document, std::size_t offset);
+// Where places in the UTF-8 form of a document stand in the document itself; without those that cannot be told.
+std::map<std::size_t, std::size_t> fromUtf8(std::string_view document, const std::set<std::size_t> &offsets);
 
 } // namespace cli

@@ -32,7 +32,7 @@ std::string fieldName(std::string_view line, std::size_t &valueAt) {
   const std::size_t colon = line.find_first_not_of(" \t", end);
   if (end == 0 || colon == std::string_view::npos || line[colon] != ':') return {};
   valueAt = colon + 1;
-  const std::string name = folded(line.substr(0, end));
+  std::string name = folded(line.substr(0, end));
   if (name == "c") return "content-type";
   if (name == "e") return "content-encoding";
   if (name == "l") return "content-length";

@@ -16,6 +16,7 @@ using namespace std::string_view_literals;
 constexpr int deepestMultipart = 8;
 constexpr std::size_t mostParts = 1000;
 constexpr std::size_t mostTypesNamed = 5;
+constexpr std::size_t longestShown = 80; // bytes
 
 constexpr std::string_view knownTypes[] = {
     "application/im-iscomposing+xml"sv, "application/dialog-info+xml"sv,  "application/auth-policy+xml"sv,
@@ -152,9 +153,9 @@ private:
     }
     const std::optional<TransferEncoding> encoding = transferEncodingNamed(fields.transferEncoding);
     if (!fields.encoding.empty() && fields.encoding != "identity"sv) {
-      refuse("Content-Encoding " + fields.encoding + " cannot be read");
+      refuseAs(name(), "Content-Encoding " + shown(fields.encoding) + " cannot be read");
     } else if (!encoding) {
-      refuse("Content-Transfer-Encoding " + fields.transferEncoding + " cannot be read");
+      refuseAs(name(), "Content-Transfer-Encoding " + shown(fields.transferEncoding) + " cannot be read");
     } else {
       addDocument(begin, end, *encoding);
     }
@@ -163,9 +164,10 @@ private:
   void visitMultipart(const HeaderFields &fields, const MediaType &type, std::size_t begin, std::size_t end,
                       int depth) {
     if (type.boundary.empty()) {
-      refuse("a " + type.name + " has no boundary");
+      refuse("a " + shown(type.name) + " has no boundary");
     } else if (transferEncodingNamed(fields.transferEncoding) != TransferEncoding::none) {
-      refuse("Content-Transfer-Encoding " + fields.transferEncoding + " of a " + type.name + " cannot be read");
+      refuse("Content-Transfer-Encoding " + shown(fields.transferEncoding) + " of a " + shown(type.name) +
+             " cannot be read");
     } else if (depth == deepestMultipart) {
       refuse("multiparts that are nested more than " + std::to_string(deepestMultipart) + " deep are not looked into");
     } else {
@@ -198,7 +200,7 @@ private:
       before = line.next;
     }
     if (!part) {
-      refuse("there is no line with the boundary " + visible(boundary));
+      refuse("there is no line with the boundary " + shown(boundary));
     } else if (!closed) {
       visitPart(*part, end, depth);
     }
@@ -206,11 +208,8 @@ private:
 
   // False when there are too many.
   bool visitPart(std::size_t begin, std::size_t end, int depth) {
-    if (parts == mostParts) {
-      ++parts;
-      refuse("what follows after " + std::to_string(mostParts) + " parts is not looked at");
-    }
-    if (parts > mostParts) return false;
+    if (visited == mostParts) refuse("what follows after " + std::to_string(mostParts) + " parts is not looked at");
+    if (visited++ >= mostParts) return false;
     TextLines lines(text, begin, end, indentation);
     const HeaderFields fields = readHeaderFields(lines);
     visit(fields, lines.position(), end, depth);
@@ -223,14 +222,19 @@ private:
       findings.documents.push_back({name(), std::move(body.bytes), file, std::move(body.places), parts});
     } catch (const EncodingError &error) {
       const LineAndColumn place = file->lines().at(error.offset);
-      findings.refusals.push_back(name() + ":" + std::to_string(place.line) + ":" + std::to_string(place.column) +
-                                  ": " + error.what());
+      refuseAs(name() + ":" + std::to_string(place.line) + ":" + std::to_string(place.column), error.what());
     }
   }
 
   std::string name() const { return parts > 0 ? file->name() + "#" + std::to_string(parts) : file->name(); }
 
-  void refuse(const std::string &reason) { findings.refusals.push_back(file->name() + ": " + reason); }
+  void refuse(const std::string &reason) { refuseAs(file->name(), reason); }
+  void refuseAs(const std::string &whose, const std::string &reason) {
+    findings.refusals.push_back(whose + ": " + reason);
+  }
+
+  // What a message says, as it may be shown.
+  static std::string shown(const std::string &text) { return visible(text.substr(0, longestShown)); }
 
   void remember(const std::string &type) {
     if (std::find(otherTypes.begin(), otherTypes.end(), type) != otherTypes.end()) return;
@@ -244,14 +248,15 @@ private:
   void refuseTypes() {
     std::string types;
     for (const std::string &type : otherTypes)
-      types += (types.empty() ? "" : ", ") + visible(type.substr(0, 80));
+      types += (types.empty() ? "" : ", ") + shown(type);
     refuse("no body of a type that imscodec reads, but " + types + (moreTypes ? " and others" : ""));
   }
 
   std::shared_ptr<const File> file;
   std::string_view text;
   std::string_view indentation;
-  std::size_t parts = 0; // that are no multiparts
+  std::size_t visited = 0; // parts
+  std::size_t parts = 0;   // of them, those that are no multiparts
   std::vector<std::string> otherTypes;
   bool moreTypes = false;
 };

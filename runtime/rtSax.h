@@ -105,7 +105,10 @@ typedef struct RtSaxReader RtSaxReader;
 
 /*
  * A reader of the context's input that calls back with handler; null if the context is unusable or has no
- * input, or there is no storage. One reader of a context at a time. Starts the count of errors anew.
+ * input, or there is no storage. One reader of a context at a time. Starts the count of errors anew. Until its release
+ * names mean what the document declares, not what the host has.
+ *
+ * Every reader takes UTF-8; the one over libxml2 also takes UTF-16, ISO-8859-1 and US-ASCII.
  */
 RTX_API RtSaxReader *rtSaxCCreateXmlReader(RuntimeContext *ctx, void *handler, RtSaxStartElement startElement,
                                            RtSaxEndElement endElement, RtSaxCharacters characters);
@@ -169,12 +172,13 @@ RTX_API int rtSaxTestAttributesPresent(RuntimeContext *ctx, const uint32_t *seen
                                        const char *const *names, uint32_t count, const char *typeName);
 
 /*
- * Records STATUS_UNKNOWN_ATTRIBUTE [elementName, attribute] for each attribute that is neither a declaration nor of the
- * schema instance, as far as the error count allows. 0 if there is none, else the status.
+ * Records STATUS_UNKNOWN_ATTRIBUTE [elementName, attribute] for each attribute that is neither a declaration, which is
+ * a name that begins with "xmlns", nor of the schema instance, as far as the error count allows. 0 if there is none,
+ * else the status.
  */
 RTX_API int rtSaxReportUnexpAttrs(RuntimeContext *ctx, const char *const *attributes, const char *elementName);
 
-/* Counts an error. Non-zero if it is to be recorded. */
+/* Counts an error. Non-zero if it is to be recorded, as all are without a reader. */
 RTX_API int rtSaxIncErrors(RuntimeContext *ctx);
 
 /*
@@ -196,6 +200,9 @@ RTX_API void rtSaxDiagEndFunc(void *handler, const char *function, const char *e
  * Makes block (RTSAX_DELEGATE_SIZE bytes) a handler that captures the element that it is given, with all it
  * holds, as XML text which means the same on its own. entry takes the text, on the heap, at the element's end
  * tag and is not touched before. level is 0. Returns 0, STATUS_NO_MEMORY or STATUS_BAD_CONTEXT.
+ *
+ * If SAXAnyStartElement fails for the element itself, the handler has given back what it took: the codec then drops the
+ * block without a call of release.
  */
 RTX_API int SAXAnyInit(RuntimeContext *ctx, void *block, RtxXmlString *entry, int32_t level);
 RTX_API int SAXAnyStartElement(void *handler, const char *localName, const char *qualifiedName,

@@ -4,7 +4,7 @@
  * cannot grow), STATUS_INVALID_UTF8 (a character that XML cannot carry, or a text that is not UTF-8) or
  * STATUS_WRITE_FAILED (no output; an attribute or an end of a tag where no start tag is open, or an attribute that it
  * has already; an element inside an attribute's value; a document that ends inside a start tag). An unusable context
- * gives STATUS_BAD_CONTEXT.
+ * gives STATUS_BAD_CONTEXT. A primitive that fails leaves the output and the open tag as they were.
  *
  * A start tag that was left open is closed by the next primitive that writes content or an end tag. While the
  * context's state is XMLSTATE_IN_ATTRIBUTES nothing closes it, and text is escaped as in an attribute's value.

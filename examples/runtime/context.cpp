@@ -79,6 +79,7 @@ RuntimeContext *rtxContextCreate(const RuntimeOptions *options) {
   memset(static_cast<void *>(whole), 0, sizeof *whole);
   RuntimeContext *ctx = &whole->context;
   ctx->signature = reinterpret_cast<uintptr_t>(ctx) ^ mark;
+  ctx->contract = RTX_CONTRACT_VERSION;
   ctx->traced = chosen.trace;
   ctx->reader = &whole->reader;
   ctx->reader->text.context = ctx;

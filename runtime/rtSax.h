@@ -178,7 +178,7 @@ RTX_API int rtSaxTestAttributesPresent(RuntimeContext *ctx, const uint32_t *seen
  */
 RTX_API int rtSaxReportUnexpAttrs(RuntimeContext *ctx, const char *const *attributes, const char *elementName);
 
-/* Counts an error. Non-zero if it is to be recorded, as all are without a reader. */
+/* Counts an error of the reader at work. Non-zero if it is to be recorded; without a reader, unless the limit is 0. */
 RTX_API int rtSaxIncErrors(RuntimeContext *ctx);
 
 /*

@@ -18,7 +18,8 @@ int recordNoReader(RuntimeContext *ctx, const DocumentSchema &document, File fil
 }
 
 int recordOtherContract(RuntimeContext *ctx, const DocumentSchema &document, File file) {
-  return ims::recordOtherContract(ctx, document.module->paths[int(file)], siteLine(document, file, step::otherContract));
+  return ims::recordOtherContract(ctx, document.module->paths[int(file)],
+                                  siteLine(document, file, step::otherContract));
 }
 
 // Element tables mean the module's own table of URIs, whatever the context was used for before.

@@ -2,6 +2,7 @@
 
 #include "Member.h"
 #include "meaning.h"
+#include "schemaName.h"
 
 #include <algorithm>
 #include <cstring>
@@ -14,19 +15,12 @@ namespace {
 
 using ims::Field;
 using ims::Kind;
-using ims::Part;
 using ims::TypeSchema;
 
-// The name that a member has in documents; empty for what has none, such as a list of elements of several names.
+// What a path calls a member; empty for what has no name of its own, such as a list of elements of several names.
 std::string nameOf(const TypeSchema &type, const Field &field) {
   if (field.kind == Kind::choice || field.kind == Kind::choiceList) return {};
-  switch (field.part) {
-  case Part::element: return type.elements[field.id].name;
-  case Part::attribute: return type.attributeNames[field.id];
-  case Part::content:
-  case Part::carried: break;
-  }
-  return {};
+  return std::string(schemaName(type, field));
 }
 
 // The attribute that tells the items of a list apart, or null: position does.

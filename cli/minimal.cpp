@@ -4,6 +4,7 @@
 #include "Member.h"
 #include "rtxMemory.h"
 #include "rtxText.h"
+#include "schemaName.h"
 
 #include <cstdint>
 #include <string_view>
@@ -49,16 +50,6 @@ const char *placeholderOf(std::string_view type, std::string_view name) {
   for (const Placeholder &placeholder : placeholders)
     if ((placeholder.type.empty() || placeholder.type == type) && placeholder.name == name) return placeholder.text;
   return "text";
-}
-
-std::string_view schemaName(const TypeSchema &type, const Field &field) {
-  switch (field.part) {
-  case Part::element: return type.elements[field.id].name;
-  case Part::attribute: return type.attributeNames[field.id];
-  case Part::content:
-  case Part::carried: break;
-  }
-  return {};
 }
 
 // Whether a valid record must have a value in this member. A list that is empty is one.

@@ -19,6 +19,13 @@ static_assert(sizeof(dialoginfo::dialog) == sizeof(void *) && std::is_trivially_
 
 class CppMembers : public testing::Test {
 protected:
+  // A condition of a rule, which is a choice of several kinds.
+  static Optional<ruleset::conditionsType_1> addCondition(Context &context, ruleset::ruleset rules) {
+    auto rule = rules.add_rule(context);
+    EXPECT_TRUE(rule);
+    return rule ? rule->make_conditions(context).add_items(context) : Optional<ruleset::conditionsType_1>();
+  }
+
   Context context;
   support::HeapBalance balance{context.get()};
 };
@@ -203,9 +210,7 @@ struct NameOf {
 
 TEST_F(CppMembers, ChoicesAreVisited) {
   auto rules = context.create<ruleset::ruleset>();
-  auto rule = rules->add_rule(context);
-  ASSERT_TRUE(rule);
-  auto condition = rule->make_conditions(context).add_items(context);
+  auto condition = addCondition(context, *rules);
   ASSERT_TRUE(condition);
   auto identity = condition->choose_identity(context).add_items(context);
   ASSERT_TRUE(identity);
@@ -235,9 +240,7 @@ TEST_F(CppMembers, ChoicesAreVisited) {
 
 TEST_F(CppMembers, ChoicesOfListsAndTextsGrowAndChange) {
   auto rules = context.create<ruleset::ruleset>();
-  auto rule = rules->add_rule(context);
-  ASSERT_TRUE(rule);
-  auto condition = rule->make_conditions(context).add_items(context);
+  auto condition = addCondition(context, *rules);
   ASSERT_TRUE(condition);
   condition->choose_identity(context);
   ASSERT_TRUE(condition->add_any(context, "<x/>") && condition->add_any(context, "<y/>"));
@@ -254,9 +257,7 @@ TEST_F(CppMembers, ChoicesOfListsAndTextsGrowAndChange) {
 
 TEST_F(CppMembers, SingleForeignElementIsSetAndCleared) {
   auto rules = context.create<ruleset::ruleset>();
-  auto rule = rules->add_rule(context);
-  ASSERT_TRUE(rule);
-  auto condition = rule->make_conditions(context).add_items(context);
+  auto condition = addCondition(context, *rules);
   ASSERT_TRUE(condition);
   auto identity = condition->choose_identity(context).add_items(context);
   ASSERT_TRUE(identity);

@@ -346,11 +346,8 @@ public:
   explicit Context(const RuntimeOptions &options) : ctx(rtxContextCreate(&options)) {}
   explicit Context(RuntimeContext *owned) : ctx(owned) {} // takes it over
   Context(Context &&other) noexcept : ctx(std::exchange(other.ctx, nullptr)) {}
-  Context &operator=(Context &&other) noexcept {
-    if (this != &other) {
-      rtxContextFree(ctx);
-      ctx = std::exchange(other.ctx, nullptr);
-    }
+  Context &operator=(Context other) noexcept {
+    std::swap(ctx, other.ctx);
     return *this;
   }
   ~Context() { rtxContextFree(ctx); }
@@ -423,15 +420,14 @@ public:
   Record(RuntimeContext *context, Empty) : ctx(context), record{} { T::initialise(ctx, &record); }
   Record(RuntimeContext *context, Unset) : ctx(context) {} // for a decoder, which sets it
   Record(Record &&other) noexcept : ctx(std::exchange(other.ctx, nullptr)), record(other.record) {}
-  Record &operator=(Record &&other) noexcept {
-    if (this != &other) {
-      dispose();
-      ctx = std::exchange(other.ctx, nullptr);
-      record = other.record;
-    }
+  Record &operator=(Record other) noexcept {
+    std::swap(ctx, other.ctx);
+    std::swap(record, other.record);
     return *this;
   }
-  ~Record() { dispose(); }
+  ~Record() {
+    if (ctx) T::dispose(ctx, &record);
+  }
 
   T view() const { return T(record); }
   operator T() const { return view(); }
@@ -443,10 +439,6 @@ public:
   void release() { ctx = nullptr; }
 
 private:
-  void dispose() {
-    if (ctx) T::dispose(ctx, &record);
-  }
-
   RuntimeContext *ctx;
   mutable Raw record;
 };
@@ -463,15 +455,19 @@ template <class T> class Owned {
 public:
   explicit Owned(RuntimeContext *context) : ctx(context) {}
   Owned(Owned &&other) noexcept : ctx(std::exchange(other.ctx, nullptr)), held(other.held) {}
-  Owned &operator=(Owned &&other) noexcept {
-    if (this != &other) {
-      dispose();
-      ctx = std::exchange(other.ctx, nullptr);
-      held = other.held;
-    }
+  Owned &operator=(Owned other) noexcept {
+    std::swap(ctx, other.ctx);
+    std::swap(held, other.held);
     return *this;
   }
-  ~Owned() { dispose(); }
+  ~Owned() {
+    if (!ctx) return;
+    if constexpr (std::is_same_v<T, RtxXmlString>) {
+      rtxMemHeapFreePtr(ctx, held.value);
+    } else {
+      rtxMemHeapFreePtr(ctx, held.bytes);
+    }
+  }
 
   using Value = std::conditional_t<std::is_same_v<T, RtxXmlString>, std::string_view, std::span<const std::uint8_t>>;
 
@@ -486,15 +482,6 @@ public:
   operator Value() const { return **this; }
 
 private:
-  void dispose() {
-    if (!ctx) return;
-    if constexpr (std::is_same_v<T, RtxXmlString>) {
-      rtxMemHeapFreePtr(ctx, held.value);
-    } else {
-      rtxMemHeapFreePtr(ctx, held.bytes);
-    }
-  }
-
   RuntimeContext *ctx;
   T held{};
 };

@@ -21,12 +21,11 @@ int main(void) {
     QxPrint_tns__isComposing("received", &message);
 
     /* The peer stops typing. Texts of a record come from the heap of its context. */
-    rtxMemHeapFreePtr(ctx, message.tns_state.value);
-    message.tns_state.value = rtxUTF8Strdup(ctx, "idle");
+    status = rtxSetText(ctx, &message.tns_state, "idle", strlen("idle"));
     message.m &= ~(uint32_t)tns__isComposing_has_refresh;
     rtxSetOutputDynamic(ctx);
-    status = QxXmlE_tns_isComposing(ctx, &message);
   }
+  if (status == 0) status = QxXmlE_tns_isComposing(ctx, &message);
   if (status == 0) {
     puts(rtxGetOutput(ctx, NULL));
   } else {

@@ -3,30 +3,28 @@
 #include "rtx.h"
 
 #include <stdio.h>
+#include <string.h>
 
 /* Texts and items of a record come from the heap of its context. */
-static RtxXmlString text(RuntimeContext *ctx, const char *value) {
-  RtxXmlString string = {false, rtxUTF8Strdup(ctx, value)};
-  return string;
+static int setText(RuntimeContext *ctx, RtxXmlString *member, const char *value) {
+  return rtxSetText(ctx, member, value, strlen(value));
 }
 
 static int addCall(RuntimeContext *ctx, tns__dialog_info *info) {
-  tns__dialog *dialog = rtxMemHeapAlloc(ctx, sizeof *dialog);
+  tns__dialog *dialog = rtxAppendItem(ctx, &info->tns_dialog, sizeof *dialog);
   if (!dialog) return STATUS_NO_MEMORY;
   QxInit_tns__dialog(ctx, dialog);
-  if (!rtxDListAppend(ctx, &info->tns_dialog, dialog)) {
-    rtxMemHeapFreePtr(ctx, dialog);
-    return STATUS_NO_MEMORY;
-  }
-  dialog->tns_id = text(ctx, "a1");
-  dialog->tns_state.value = text(ctx, "confirmed");
+  tns_nameaddr *remote = &dialog->tns_remote.tns_identity;
   dialog->tns_direction = tns__dialog_direction_recipient;
-  dialog->tns_remote.tns_identity.value = text(ctx, "sip:ben@away.example");
-  dialog->tns_remote.tns_identity.tns_display_name = text(ctx, "Ben \"<B>\" & Co");
-  dialog->tns_remote.tns_identity.m |= tns_nameaddr_has_display_name;
-  dialog->tns_remote.m |= tns_participant_has_identity;
   dialog->m |= tns__dialog_has_direction | tns__dialog_has_remote;
-  return 0;
+  dialog->tns_remote.m |= tns_participant_has_identity;
+  remote->m |= tns_nameaddr_has_display_name;
+
+  int status = setText(ctx, &dialog->tns_id, "a1");
+  if (status == 0) status = setText(ctx, &dialog->tns_state.value, "confirmed");
+  if (status == 0) status = setText(ctx, &remote->value, "sip:ben@away.example");
+  if (status == 0) status = setText(ctx, &remote->tns_display_name, "Ben \"<B>\" & Co");
+  return status;
 }
 
 int main(void) {
@@ -37,9 +35,9 @@ int main(void) {
   QxInit_tns__dialog_info(ctx, &info);
   info.tns_version = 0;
   info.tns_state = tns__dialog_info_state_full;
-  info.tns_entity = text(ctx, "sip:anna@home.example");
 
-  int status = addCall(ctx, &info);
+  int status = setText(ctx, &info.tns_entity, "sip:anna@home.example");
+  if (status == 0) status = addCall(ctx, &info);
   if (status == 0) {
     rtxSetOutputDynamic(ctx);
     status = QxXmlE_tns_dialog_info(ctx, &info);

@@ -40,7 +40,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
   std::string lower = bytes;
   for (char &c : lower)
     if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  const bool encoded = lower.find("content-transfer-encoding") != lower.npos;
+  const bool encoded = lower.find("content-transfer-encoding") != std::string::npos;
   for (const cli::Source &document : findings.documents) {
     require(document.name.starts_with("file"), "a document is named by its file", [&] { return document.name; });
     if (document.file) {

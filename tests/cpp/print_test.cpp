@@ -40,7 +40,7 @@ template <class R> Lines printedByC(const R &record, const char *root) {
       [&] { EXPECT_EQ(0, ims::printRecord("record", tables::typeOf(root), &viewOf(record).raw())); }));
 }
 
-bool isSelector(const std::string &line) { return line.find(".t = ") != line.npos; }
+bool isSelector(const std::string &line) { return line.find(".t = ") != std::string::npos; }
 
 TEST(CppPrint, GivesTheLinesOfTheCInterface) {
   records::forEachDocument([]<class T>(const char *root, const char *body) {

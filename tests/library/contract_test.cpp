@@ -5,8 +5,9 @@
 #include "errors.h"
 #include "rtxError.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
-#include <string.h>
+#include <iterator>
 
 using library::Driver;
 using library::Outcome;
@@ -39,12 +40,12 @@ TEST(Contract, OfAnotherVersionIsRefusedByEveryDocument) {
 TEST(Contract, OfAnotherVersionIsToldWithBothVersionsAndLeavesTheRecordAlone) {
   Context ctx;
   ctx->contract = RTX_CONTRACT_VERSION + 1;
-  tns__isComposing record, before;
-  memset(&record, 0x5A, sizeof record);
-  memcpy(&before, &record, sizeof record);
-  EXPECT_EQ(QxInit_tns__isComposing(ctx, &record), STATUS_BAD_CONTEXT);
-  EXPECT_EQ(QxXmlD_tns_isComposing(ctx, &record), STATUS_BAD_CONTEXT);
-  EXPECT_EQ(memcmp(&before, &record, sizeof record), 0);
+  alignas(tns__isComposing) unsigned char storage[sizeof(tns__isComposing)];
+  std::fill(std::begin(storage), std::end(storage), 0x5A);
+  auto *record = reinterpret_cast<tns__isComposing *>(storage);
+  EXPECT_EQ(QxInit_tns__isComposing(ctx, record), STATUS_BAD_CONTEXT);
+  EXPECT_EQ(QxXmlD_tns_isComposing(ctx, record), STATUS_BAD_CONTEXT);
+  EXPECT_EQ(std::count(std::begin(storage), std::end(storage), 0x5A), std::ssize(storage));
 
   char line[256];
   rtxErrMessage(ctx, 0, line, sizeof line);

@@ -1,0 +1,54 @@
+#include "DialogStates.h"
+
+#include <utility>
+
+namespace agent {
+
+using imscodec::dialoginfo::dialog;
+using imscodec::dialoginfo::dialog_info;
+using imscodec::dialoginfo::dialog_info_state;
+
+namespace {
+
+DialogState stateOf(const dialog &read) {
+  DialogState state;
+  state.state = read.state().value();
+  if (const auto event = read.state().event()) state.event = text(*event);
+  if (const auto remote = read.remote()) {
+    if (const auto identity = remote->identity()) state.with = identity->display_name().value_or(identity->value());
+  }
+  return state;
+}
+
+} // namespace
+
+DialogStates::News DialogStates::take(const dialog_info &info) {
+  newest.clear();
+  if (version && info.version() <= *version) return News::old;
+  const bool full = info.state() == dialog_info_state::full;
+  const bool next = version && info.version() - *version == 1;
+  version = info.version();
+
+  std::map<std::string, DialogState> before = full ? std::exchange(known, {}) : known;
+  for (const dialog read : info.dialog()) {
+    const std::string id(read.id());
+    DialogState state = stateOf(read);
+    const auto found = before.find(id);
+    if (found == before.end() || found->second != state) newest.push_back({id, state});
+    if (found != before.end()) before.erase(found);
+    // Nothing will name a dialog again that has ended.
+    if (state.state == "terminated") {
+      known.erase(id);
+    } else {
+      known.insert_or_assign(id, std::move(state));
+    }
+  }
+  // What full state does not name is no longer there.
+  if (full) {
+    for (const auto &[id, state] : before)
+      newest.push_back({id, std::nullopt});
+  }
+  return full || next ? News::applied : News::gap;
+}
+
+} // namespace agent

@@ -29,24 +29,23 @@ DialogStates::News DialogStates::take(const dialog_info &info) {
   const bool next = version && info.version() - *version == 1;
   version = info.version();
 
-  std::map<std::string, DialogState> before = full ? std::exchange(known, {}) : known;
+  // Nothing need name a dialog again that has ended. If the next document does, that is no change.
+  const std::map<std::string, DialogState> before = full ? std::exchange(known, {}) : known;
+  const std::map<std::string, DialogState> endedBefore = std::exchange(ended, {});
   for (const dialog read : info.dialog()) {
     const std::string id(read.id());
     DialogState state = stateOf(read);
-    const auto found = before.find(id);
-    if (found == before.end() || found->second != state) newest.push_back({id, state});
-    if (found != before.end()) before.erase(found);
-    // Nothing will name a dialog again that has ended.
-    if (state.state == "terminated") {
-      known.erase(id);
-    } else {
-      known.insert_or_assign(id, std::move(state));
-    }
+    const bool isOver = state.state == "terminated";
+    const auto &others = isOver && !before.contains(id) ? endedBefore : before;
+    const auto found = others.find(id);
+    if (found == others.end() || found->second != state) newest.push_back({id, state});
+    if (isOver) known.erase(id);
+    (isOver ? ended : known).insert_or_assign(id, std::move(state));
   }
   // What full state does not name is no longer there.
   if (full) {
     for (const auto &[id, state] : before)
-      newest.push_back({id, std::nullopt});
+      if (!known.contains(id) && !ended.contains(id)) newest.push_back({id, std::nullopt});
   }
   return full || next ? News::applied : News::gap;
 }

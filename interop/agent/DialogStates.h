@@ -41,6 +41,7 @@ public:
 private:
   std::optional<std::uint32_t> version; // of the newest document; none before the first
   std::map<std::string, DialogState> known;
+  std::map<std::string, DialogState> ended; // with the newest document
   std::vector<Change> newest;
 };
 

@@ -1,7 +1,12 @@
 #include "Stack.h"
 
 #include <sofia-sip/su_log.h>
-#include <sofia-sip/su_tag_io.h>
+
+extern "C" {
+extern su_log_t nua_log[];
+extern su_log_t nta_log[];
+extern su_log_t tport_log[];
+}
 
 namespace agent {
 
@@ -15,8 +20,9 @@ class Library {
 public:
   Library() {
     su_init();
-    su_log_soft_set_level(su_log_default, 0); // what goes wrong is for the exchanges to tell
-    su_log_soft_set_level(su_log_global, 0);
+    // What goes wrong is for the exchanges to tell.
+    for (su_log_t *log : {su_log_default, su_log_global, nua_log, nta_log, tport_log})
+      su_log_set_level(log, 0);
   }
   ~Library() { su_deinit(); }
 };

@@ -16,13 +16,18 @@ std::string_view textOf(const char *text) { return text ? std::string_view(text)
 
 } // namespace
 
-Subscription::Subscription(Stack &stack, std::string resource, std::string eventPackage,
+Subscription::Subscription(Stack &owner, const std::string &resource, std::string eventPackage,
                            std::function<void(const Notification &)> taker)
-    : package(std::move(eventPackage)), take(std::move(taker)), handle(stack.open(*this, resource)) {
+    : stack(owner), package(std::move(eventPackage)), take(std::move(taker)), handle(stack.open(*this, resource)) {
   refresh();
 }
 
 Subscription::~Subscription() {
+  take = nullptr;
+  if (!ended && lastStatus != 0) {
+    nua_unsubscribe(handle, TAG_END());
+    stack.waitUntil([this] { return ended; }, std::chrono::seconds(2));
+  }
   nua_handle_bind(handle, nullptr);
   nua_handle_destroy(handle);
 }
@@ -33,7 +38,9 @@ void Subscription::refresh() {
 }
 
 void Subscription::happened(nua_event_t event, int status, const char *phrase, const sip_t *message) {
-  if (event == nua_r_subscribe && status >= 200) {
+  if (event == nua_r_unsubscribe && status >= 300) {
+    ended = true;
+  } else if (event == nua_r_subscribe && status >= 200) {
     lastStatus = status;
     lastPhrase = phrase ? phrase : "";
     if (status >= 300) ended = true;
@@ -46,7 +53,7 @@ void Subscription::happened(nua_event_t event, int status, const char *phrase, c
     if (message->sip_content_type) notification.type = textOf(message->sip_content_type->c_type);
     notification.body = bodyOf(message);
     if (notification.state == "terminated") ended = true;
-    take(notification);
+    if (take) take(notification);
   }
 }
 

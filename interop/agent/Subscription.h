@@ -16,9 +16,9 @@ struct Notification {
 class Subscription : public Exchange {
 public:
   // Subscribes. The taker is called for every notification, and may ask for a refresh.
-  Subscription(Stack &stack, std::string resource, std::string package,
+  Subscription(Stack &stack, const std::string &resource, std::string package,
                std::function<void(const Notification &)> taker);
-  ~Subscription() override;
+  ~Subscription() override; // ends it, and waits until the server knows
   Subscription(const Subscription &) = delete;
   Subscription &operator=(const Subscription &) = delete;
 
@@ -31,6 +31,7 @@ public:
 private:
   void happened(nua_event_t event, int status, const char *phrase, const sip_t *message) override;
 
+  Stack &stack;
   const std::string package;
   std::function<void(const Notification &)> take;
   nua_handle_t *handle;

@@ -22,6 +22,13 @@ DialogState stateOf(const dialog &read) {
 
 } // namespace
 
+std::optional<dialog_info> usable(const imscodec::Result<imscodec::Record<dialog_info>> &result) {
+  if (!result.partial()) return std::nullopt;
+  for (const imscodec::Error error : result.errors())
+    if (error.status() != STATUS_UNEXPECTED_ELEMENT) return std::nullopt;
+  return result.partial()->view();
+}
+
 DialogStates::News DialogStates::take(const dialog_info &info) {
   newest.clear();
   if (version && info.version() <= *version) return News::old;

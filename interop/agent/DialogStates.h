@@ -11,6 +11,12 @@
 
 namespace agent {
 
+// What a document says in spite of elements that have no place where they stand; they are not in it. Servers send such
+// documents: some put the remote side of a dialog before the local one. Nothing if the document has other faults, and
+// valid as long as the result is.
+std::optional<imscodec::dialoginfo::dialog_info>
+usable(const imscodec::Result<imscodec::Record<imscodec::dialoginfo::dialog_info>> &result);
+
 struct DialogState {
   std::string state; // trying, proceeding, early, confirmed or terminated
   std::string event; // what brought it about; empty if that is not said

@@ -41,7 +41,8 @@ Stack::Stack(const Settings &given) : settings(given) {
   nua = nua_create(root, dispatch, this, NUTAG_URL(address), NUTAG_PROXY(proxy.c_str()),
                    SIPTAG_FROM_STR(settings.user.c_str()), NUTAG_MEDIA_ENABLE(0),
                    NUTAG_OUTBOUND("no-options-keepalive"), NUTAG_USER_AGENT("imscodec agent"),
-                   SIPTAG_ALLOW_STR("NOTIFY"), NUTAG_ALLOW_EVENTS("dialog"), NUTAG_ALLOW_EVENTS("presence"), TAG_END());
+                   SIPTAG_ALLOW_STR(settings.takesCalls ? "NOTIFY, INVITE, ACK, CANCEL, BYE" : "NOTIFY"),
+                   NUTAG_ALLOW_EVENTS("dialog"), NUTAG_ALLOW_EVENTS("presence"), TAG_END());
 }
 
 Stack::~Stack() {
@@ -66,11 +67,17 @@ bool Stack::waitUntil(const std::function<bool()> &done, milliseconds limit) {
   return true;
 }
 
-void Stack::dispatch(nua_event_t event, int status, const char *phrase, nua_t *, Stack *stack, nua_handle_t *,
+void Stack::dispatch(nua_event_t event, int status, const char *phrase, nua_t *, Stack *stack, nua_handle_t *handle,
                      Exchange *exchange, const sip_t *message, tagi_t[]) {
   if (event == nua_r_shutdown) {
     stack->isDown = status >= 200;
-  } else if (exchange) {
+    return;
+  }
+  if (event == nua_i_invite && !exchange && stack->takeCall) {
+    exchange = stack->takeCall(handle);
+    nua_handle_bind(handle, exchange);
+  }
+  if (exchange) {
     exchange->happened(event, status, phrase, message);
   }
 }

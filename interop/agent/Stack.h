@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace agent {
 class Stack;
@@ -31,6 +32,7 @@ struct Settings {
   std::string server; // HOST:PORT
   std::string user = "sip:watcher@home.example";
   Transport transport = Transport::udp;
+  bool takesCalls = false;
 };
 
 // One request and what follows from it.
@@ -53,6 +55,9 @@ public:
   // A handle for requests about a resource. The exchange destroys it.
   nua_handle_t *open(Exchange &exchange, const std::string &resource);
 
+  // Where the events of a call go that somebody makes to us. The exchange of a call destroys its handle, too.
+  void onCall(std::function<Exchange *(nua_handle_t *)> taker) { takeCall = std::move(taker); }
+
   // Works until there is nothing more to wait for. False if the limit was reached before.
   bool waitUntil(const std::function<bool()> &done, std::chrono::milliseconds limit);
 
@@ -63,6 +68,7 @@ private:
   const Settings settings;
   su_root_t *root = nullptr;
   nua_t *nua = nullptr;
+  std::function<Exchange *(nua_handle_t *)> takeCall;
   bool isDown = false;
 };
 

@@ -103,15 +103,13 @@ private:
   }
 
   void show(std::string_view body) {
-    const auto info = context.decode<imscodec::dialoginfo::dialog_info>(body);
-    if (!info) {
-      // Nothing is taken from half a document. What was lost shows as a gap before the next.
-      for (const imscodec::Error error : info.errors()) {
-        char line[256];
-        say("unreadable: " + printable(error.format(line)));
-      }
-      return;
+    const auto result = context.decode<imscodec::dialoginfo::dialog_info>(body);
+    for (const imscodec::Error error : result.errors()) {
+      char line[256];
+      say("bad body: " + printable(error.format(line)));
     }
+    const auto info = usable(result);
+    if (!info) return; // what is lost with it shows as a gap before the next
     const DialogStates::News news = states.take(*info);
     say("version " + std::to_string(info->version()) + ", " + std::string(text(info->state())) + ", " +
         printable(info->entity()) + (news == DialogStates::News::old ? ": old, ignored" : ""));

@@ -1,12 +1,11 @@
 // Dialog states that the library wrote, published to the server and decoded from the notifications that it makes of
 // them.
 #include "Publication.h"
-#include "Subscription.h"
 #include "imscodec.hpp"
+#include "server.h"
 #include "xmlJudge.h"
 
-#include <cstdlib>
-#include <fstream>
+#include <functional>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
@@ -16,14 +15,9 @@ namespace {
 using namespace agent;
 using namespace imscodec;
 using namespace imscodec::dialoginfo;
-using std::chrono::seconds;
+using namespace kamailio;
 
 constexpr char vocabulary[] = "urn:ietf:params:xml:ns:dialog-info";
-
-std::string environment(const char *name) {
-  const char *value = std::getenv(name);
-  return value ? value : "";
-}
 
 enum class Form {
   prefixed,  // as a context writes by default
@@ -129,12 +123,6 @@ const Case cases[] = {
      dialogsOf("<dialog id='x1'><state>early</state></dialog><note xmlns='urn:example:notes'>all of it</note>")},
 };
 
-void record(const std::string &resource, std::string_view sent, std::string_view received) {
-  const std::string name = resource.substr(4, resource.find('@') - 4);
-  std::ofstream file(environment("SERVER_FOLDER") + "/" + name + ".txt", std::ios::binary);
-  file << "== published\n" << sent << "\n\n== notified\n" << received << "\n";
-}
-
 // What documents say is compared, not the white space that stands between their tags.
 std::string meaning(std::string_view document) {
   std::string tight;
@@ -147,40 +135,6 @@ std::string meaning(std::string_view document) {
   const auto parsed = support::parseNamespacedXml(tight);
   return parsed ? parsed->infoset() : "";
 }
-
-Settings settingsFor(Transport transport) {
-  Settings settings;
-  settings.server = "127.0.0.1:" + environment("SERVER_PORT");
-  settings.transport = transport;
-  return settings;
-}
-
-// Somebody who has subscribed to the dialogs of a resource.
-class Watcher {
-public:
-  explicit Watcher(const std::string &resource, Transport transport = Transport::udp)
-      : stack(settingsFor(transport)),
-        subscription(stack, resource, "dialog", [this](const Notification &notification) {
-          EXPECT_EQ(notification.state, "active");
-          EXPECT_TRUE(notification.body.empty() || notification.type == "application/dialog-info+xml");
-          ++seen;
-          bodies.emplace_back(notification.body);
-        }) {
-    // The server answers a subscription to what nobody has published by a notification without a body.
-    EXPECT_TRUE(waitFor(1));
-  }
-
-  bool waitFor(std::size_t notifications) {
-    return stack.waitUntil([&] { return bodies.size() >= notifications; }, seconds(10));
-  }
-
-  Stack stack;
-  std::vector<std::string> bodies;
-
-private:
-  int seen = 0;
-  Subscription subscription;
-};
 
 // ---- One source ---------------------------------------------------------------------------------------------------
 
@@ -202,7 +156,8 @@ TEST_P(PublishedDialogs, ComeBackInTheNotification) {
   ASSERT_TRUE(publication.publish(*body)) << publication.status() << " " << publication.phrase();
   ASSERT_TRUE(watcher.waitFor(2));
   const std::string notified = watcher.bodies[1];
-  record(resource, *body, notified);
+  record(resource.substr(4, resource.find('@') - 4) + ".txt",
+         "== published\n" + std::string(*body) + "\n\n== notified\n" + notified + "\n");
 
   Context other;
   auto received = other.decode<dialog_info>(notified);
@@ -251,27 +206,6 @@ std::string bodyWith(const std::string &resource, const std::string &id, const s
   EXPECT_TRUE(body);
   return body ? std::string(*body) : "";
 }
-
-// "version id=state id=state", dialogs in their order.
-std::string summary(const std::string &body) {
-  if (body.empty()) return "nothing";
-  Context context;
-  const auto info = context.decode<dialog_info>(body);
-  if (!info) return "unreadable";
-  std::string line = std::to_string(info->version()) + " " + std::string(text(info->state()));
-  for (const dialog call : info->dialog())
-    line.append(" ").append(call.id()).append("=").append(call.state().value());
-  return line;
-}
-
-std::vector<std::string> summaries(const Watcher &watcher) {
-  std::vector<std::string> lines;
-  for (const std::string &body : watcher.bodies)
-    lines.push_back(summary(body));
-  return lines;
-}
-
-using Lines = std::vector<std::string>;
 
 TEST(SeveralBodies, OfOneSourceReplaceEachOther) {
   const std::string resource = "sip:replacing@home.example";

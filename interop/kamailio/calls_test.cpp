@@ -202,6 +202,10 @@ TEST_P(Calls, AreToldOnBothSides) {
   EXPECT_EQ(described(annas, caller, callee), toldOfCaller);
   EXPECT_EQ(described(bens, callee, caller), toldOfCallee);
 
+  // A call that has ended stays among the others.
+  const Watcher late(caller);
+  EXPECT_EQ(described(late, caller, callee), Lines{"1 terminated initiator"});
+
   std::string transcript;
   for (const Watcher *watcher : {&annas, &bens}) {
     for (const std::string &body : watcher->bodies)

@@ -260,6 +260,17 @@ TEST(SeveralBodies, BeginWithAllThatThereIsForLaterWatchers) {
   EXPECT_EQ(summaries(watcher), (Lines{"1 full a1=confirmed"}));
 }
 
+TEST(SeveralBodies, AreToldOnceMoreToWhoAsks) {
+  const std::string resource = "sip:asked@home.example";
+  Watcher watcher(resource);
+  Publication publication(watcher.stack, resource, "dialog", "application/dialog-info+xml");
+  ASSERT_TRUE(publication.publish(bodyWith(resource, "a1", "early")));
+  ASSERT_TRUE(watcher.waitFor(2));
+  watcher.refresh();
+  ASSERT_TRUE(watcher.waitFor(3));
+  EXPECT_EQ(summaries(watcher), (Lines{"nothing", "2 full a1=early", "3 full a1=early"}));
+}
+
 // ---- What is no dialog state --------------------------------------------------------------------------------------
 
 // The server takes them for good, and hands to its watchers what it cannot read: as it is, without a version.

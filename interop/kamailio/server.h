@@ -22,6 +22,8 @@ public:
   // Waits until there were so many notifications. That of the subscription itself is there from the beginning.
   bool waitFor(std::size_t notifications);
 
+  void refresh() { subscription.refresh(); }
+
   agent::Stack stack;
   std::vector<std::string> bodies; // of the notifications; an empty one for one without
 

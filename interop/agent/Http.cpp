@@ -29,7 +29,7 @@ class Connection {
 public:
   explicit Connection(const std::string &server) : end(std::chrono::steady_clock::now() + patience) {
     const std::size_t colon = server.rfind(':');
-    if (colon == server.npos) return;
+    if (colon == std::string::npos) return;
     const auto port = numberOf<std::uint16_t>(std::string_view(server).substr(colon + 1));
     sockaddr_in address{};
     address.sin_family = AF_INET;
@@ -90,7 +90,7 @@ std::optional<std::string_view> header(std::string_view head, std::string_view n
         !std::equal(name.begin(), name.end(), line.begin(), [&](char b, char a) { return isSame(a, b); }))
       continue;
     const std::size_t begin = line.find_first_not_of(' ', colon + 1);
-    return begin == line.npos ? std::string_view() : line.substr(begin);
+    return begin == std::string_view::npos ? std::string_view() : line.substr(begin);
   }
   return std::nullopt;
 }
@@ -107,7 +107,7 @@ std::optional<HttpResponse> ask(const HttpRequest &request) {
 
   std::string got;
   std::size_t headEnd = std::string::npos;
-  while ((headEnd = got.find("\r\n\r\n")) == got.npos)
+  while ((headEnd = got.find("\r\n\r\n")) == std::string::npos)
     if (got.size() > largestResponse || !connection.receive(got)) return std::nullopt;
   const std::string head = got.substr(0, headEnd + 2);
   const std::string_view version = "HTTP/1.1 ";

@@ -4,12 +4,11 @@
 #include "Subscription.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <csignal>
 #include <cstdio>
+#include <exception>
 #include <fstream>
 #include <iterator>
-#include <memory>
 #include <vector>
 
 namespace {

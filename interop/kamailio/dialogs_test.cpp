@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <gtest/gtest.h>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,7 @@ enum class Form {
   prefixed,  // as a context writes by default
   unprefixed // as it writes for a host that has declared the default namespace
 };
+void PrintTo(Form form, std::ostream *out) { *out << (form == Form::prefixed ? "prefixed" : "unprefixed"); }
 
 Context contextFor(Form form) {
   Context context;
@@ -42,10 +44,9 @@ struct Case {
   friend void PrintTo(const Case &given, std::ostream *out) { *out << given.name; }
 };
 
-std::string addDialog(Context &context, dialog_info info, const std::string &id, const std::string &state) {
+void addDialog(Context &context, dialog_info info, const std::string &id, const std::string &state) {
   auto call = info.add_dialog(context);
   EXPECT_TRUE(call && call->set_id(context, id) && call->state().set_value(context, state));
-  return id;
 }
 
 // Takes the dialogs and what stands beside them from a document's content.
@@ -130,7 +131,7 @@ std::string meaning(std::string_view document) {
     tight += document[at];
     if (document[at] != '>') continue;
     const std::size_t next = document.find_first_not_of(" \n", at + 1);
-    if (next != document.npos && document[next] == '<') at = next - 1;
+    if (next != std::string_view::npos && document[next] == '<') at = next - 1;
   }
   const auto parsed = support::parseNamespacedXml(tight);
   return parsed ? parsed->infoset() : "";

@@ -112,7 +112,7 @@ public:
       : stack(settings(user)), subscription(stack, resource, "presence", [this](const Notification &notification) {
           std::string line(notification.state);
           if (!notification.reason.empty()) line.append(" ").append(notification.reason);
-          if (notification.body.find("open") != notification.body.npos) line += " open";
+          if (notification.body.find("open") != std::string_view::npos) line += " open";
           told.push_back(line);
         }) {
     EXPECT_TRUE(waitFor(1)) << user;

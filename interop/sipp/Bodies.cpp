@@ -18,8 +18,9 @@ constexpr Kind table[] = {
     {"dialog-info", "NOTIFY", "application/dialog-info+xml", "dialog",
      R"(<dialog-info xmlns="urn:ietf:params:xml:ns:dialog-info" version="@" state="full")"
      R"( entity="sip:anna-@@home.example">)",
-     R"(<dialog id="d@" call-id="c@@10.0.0.1" local-tag="l@" remote-tag="r@" direction="recipient"><state event="local-bye")"
-     R"( code="200">terminated</state><duration>@</duration><local><identity display-name="~">sip:anna@home.example)"
+     R"(<dialog id="d@" call-id="c@@10.0.0.1" local-tag="l@" remote-tag="r@" direction="recipient"><state)"
+     R"( event="local-bye" code="200">terminated</state><duration>@</duration><local>)"
+     R"(<identity display-name="~">sip:anna@home.example)"
      R"(</identity><target uri="sip:anna@10.0.0.2;ob"><param pname="audio" pval="true"/></target></local><remote>)"
      R"(<identity display-name="~">sip:ben-@@away.example</identity><cseq>@</cseq></remote></dialog>)",
      R"(</dialog-info>)"},
@@ -41,8 +42,9 @@ constexpr Kind table[] = {
     {"poc-settings", "PUBLISH", "application/poc-settings+xml", "poc-settings",
      R"(<poc-settings xmlns="urn:oma:params:xml:ns:poc:poc-settings">)",
      R"(<entity id="phone-@"><isb-settings><incoming-session-barring active="true"/></isb-settings><am-settings>)"
-     R"(<answer-mode>manual</answer-mode></am-settings><ipab-settings><incoming-personal-alert-barring active="false"/>)"
-     R"(</ipab-settings><sss-settings><simultaneous-sessions-support active="true"/></sss-settings></entity>)",
+     R"(<answer-mode>manual</answer-mode></am-settings><ipab-settings>)"
+     R"(<incoming-personal-alert-barring active="false"/></ipab-settings><sss-settings>)"
+     R"(<simultaneous-sessions-support active="true"/></sss-settings></entity>)",
      R"(<n:note xmlns:n="urn:example:notes">~</n:note></poc-settings>)"},
     {"ims-3gpp", "INFO", "application/3gpp-ims+xml", "",
      R"(<ims-3gpp version="1"><alternative-service><type>emergency</type><reason>call @: ~</reason><action>)"
@@ -51,8 +53,9 @@ constexpr Kind table[] = {
     {"debuginfo", "NOTIFY", "application/debuginfo+xml", "debug",
      R"(<debuginfo xmlns="urn:ietf:params:xml:ns:debuginfo" version="@" state="full">)",
      R"(<debugconfig aor="sip:anna-@@home.example"><session id="s@"><start-trigger><from>sip:anna@home.example</from>)"
-     R"(<method>INVITE</method><debug-id>1a00A8</debug-id></start-trigger><stop-trigger><time-period>PT2H</time-period>)"
-     R"(<reason>session_end</reason></stop-trigger><control><interface>Gm</interface><depth>maximum</depth></control>)"
+     R"(<method>INVITE</method><debug-id>1a00A8</debug-id></start-trigger><stop-trigger>)"
+     R"(<time-period>PT2H</time-period><reason>session_end</reason></stop-trigger><control>)"
+     R"(<interface>Gm</interface><depth>maximum</depth></control>)"
      R"(</session></debugconfig>)",
      R"(<n:note xmlns:n="urn:example:notes">~</n:note></debuginfo>)"},
 };

@@ -5,23 +5,25 @@
 #include "Link.h"
 #include "Message.h"
 
-#include <deque>
 #include <functional>
-#include <map>
+#include <string>
+#include <vector>
 
 namespace carrier {
 
 class Responder {
 public:
-  Responder(Transport given, const Bodies &expected) : transport(given), link(given), bodies(expected) {}
+  Responder(Transport transport, const Bodies &expected) : link(transport), bodies(expected) {
+    transactions.reserve(mostTransactions); // so that what is said of memory is about bodies
+  }
 
   std::uint16_t port() const { return link.port(); }
 
   // Answers the next request if there is one in time.
   void step(std::chrono::milliseconds patience);
 
-  std::size_t requests() const { return count; }      // without those that came once more
-  std::size_t repetitions() const { return repeats; } // of requests that had been answered
+  std::size_t requests() const { return transactions.size(); } // without those that came once more
+  std::size_t repetitions() const { return repeats; }          // of requests that had come before
   const std::vector<std::string> &problems() const { return found; }
 
   // Changes answers before they leave; what is empty then does not.
@@ -30,13 +32,12 @@ public:
 private:
   std::string answerTo(const Message &request);
 
-  const Transport transport;
+  static constexpr std::size_t mostTransactions = 1 << 16;
+
   Link link;
   const Bodies &bodies;
   Codec codec;
-  std::map<std::string, std::string, std::less<>> answers; // by branch
-  std::deque<std::string> branches;                        // of them, oldest first
-  std::size_t count = 0;
+  std::vector<std::size_t> transactions; // hashes of branches
   std::size_t repeats = 0;
   std::vector<std::string> found;
 };

@@ -76,10 +76,7 @@ bool Sender::repeat() {
 
 bool Sender::take(const Message &answer) {
   const auto asked = pending.find(answer.branch());
-  if (asked == pending.end()) {
-    ++late;
-    return false;
-  }
+  if (asked == pending.end()) return false; // answered before
   const std::size_t number = asked->second.number;
   pending.erase(asked);
   const Kind &kind = kinds()[number % kinds().size()];

@@ -21,7 +21,6 @@ public:
   bool run(std::size_t total, std::size_t atOnce, const std::function<void(std::size_t answered)> &answered);
 
   std::size_t repetitions() const { return repeats; } // of requests that got no answer for a while
-  std::size_t lateAnswers() const { return late; }    // to requests that had been answered
   const std::vector<std::string> &problems() const { return found; }
 
 private:
@@ -45,7 +44,6 @@ private:
   Codec codec;
   std::map<std::string, Pending, std::less<>> pending; // by branch
   std::size_t repeats = 0;
-  std::size_t late = 0;
   std::vector<std::string> found;
 };
 

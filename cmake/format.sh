@@ -3,7 +3,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-find runtime xmlAddOns bindings cli examples bench fuzz tests -type f \
+find runtime xmlAddOns bindings cli examples bench fuzz interop tests -type f \
   \( -name '*.h' -o -name '*.hpp' -o -name '*.c' -o -name '*.cpp' \) -print0 |
   if [ "${1:-}" = --fix ]; then
     xargs -0 -r clang-format -i

@@ -10,7 +10,8 @@
 
 enum {
   defaultRefresh = 120, /* an indication that does not say how long it holds holds so long */
-  ownRefresh = 60,      /* ours say so, and are repeated as often while the user types */
+  ownRefresh = 60,      /* ours say so */
+  ownRepeat = 50,       /* and are repeated while the user types, soon enough to be there in time */
   idleAfter = 15        /* without a key so long the user has stopped */
 };
 
@@ -86,7 +87,7 @@ static int keyPressed(RuntimeContext *ctx, Conversation *conversation, uint64_t 
   const int first = conversation->idleAt == 0;
   conversation->idleAt = now + idleAfter;
   if (!first) return STATUS_OK;
-  conversation->refreshAt = now + ownRefresh;
+  conversation->refreshAt = now + ownRepeat;
   return sendState(ctx, conversation, "active", ownRefresh, now);
 }
 
@@ -102,7 +103,7 @@ static int timePassed(RuntimeContext *ctx, Conversation *conversation, uint64_t 
     return sendState(ctx, conversation, "idle", 0, now);
   }
   if (now < conversation->refreshAt) return STATUS_OK;
-  conversation->refreshAt = now + ownRefresh;
+  conversation->refreshAt = now + ownRepeat;
   return sendState(ctx, conversation, "active", ownRefresh, now);
 }
 

@@ -600,6 +600,31 @@ protected:
   void mark(std::uint32_t bit) { record->m |= bit; }
   void unmark(std::uint32_t bit) { record->m &= ~bit; }
 
+  // Sets an optional member that has storage of its own. False, and nothing is changed, if there is none for it.
+  template <class Member, class Value>
+  bool setOptional(Context &context, std::uint32_t bit, Member &member, Value value) {
+    if (!detail::assign(context.get(), member, value, has(bit))) return false;
+    mark(bit);
+    return true;
+  }
+  // Gives back what such a member has.
+  template <class Member> void clearOptional(Context &context, std::uint32_t bit, Member &member) {
+    if (has(bit)) detail::clear(context.get(), member);
+    unmark(bit);
+  }
+
+  // An optional record, made as an empty one if it is absent.
+  template <RecordView T> T makeOptional(Context &context, std::uint32_t bit, typename T::Raw &member) {
+    if (!has(bit)) T::initialise(context.get(), &member);
+    mark(bit);
+    return T(member);
+  }
+  // Gives back all that such a record holds.
+  template <RecordView T> void disposeOptional(Context &context, std::uint32_t bit, typename T::Raw &member) {
+    if (has(bit)) T::dispose(context.get(), &member);
+    unmark(bit);
+  }
+
 private:
   Raw *record;
 };

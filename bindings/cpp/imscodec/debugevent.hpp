@@ -46,80 +46,45 @@ public:
 
   Optional<std::string_view> from() const { return {has(tns__start_trigger_has_from), &raw().tns_from}; }
   [[nodiscard]] bool set_from(Context &context, std::string_view text) {
-    if (!detail::assign(context.get(), raw().tns_from, text, has(tns__start_trigger_has_from))) return false;
-    mark(tns__start_trigger_has_from);
-    return true;
+    return setOptional(context, tns__start_trigger_has_from, raw().tns_from, text);
   }
-  void clear_from(Context &context) {
-    if (has(tns__start_trigger_has_from)) detail::clear(context.get(), raw().tns_from);
-    unmark(tns__start_trigger_has_from);
-  }
+  void clear_from(Context &context) { clearOptional(context, tns__start_trigger_has_from, raw().tns_from); }
 
   Optional<std::string_view> to() const { return {has(tns__start_trigger_has_to), &raw().tns_to}; }
   [[nodiscard]] bool set_to(Context &context, std::string_view text) {
-    if (!detail::assign(context.get(), raw().tns_to, text, has(tns__start_trigger_has_to))) return false;
-    mark(tns__start_trigger_has_to);
-    return true;
+    return setOptional(context, tns__start_trigger_has_to, raw().tns_to, text);
   }
-  void clear_to(Context &context) {
-    if (has(tns__start_trigger_has_to)) detail::clear(context.get(), raw().tns_to);
-    unmark(tns__start_trigger_has_to);
-  }
+  void clear_to(Context &context) { clearOptional(context, tns__start_trigger_has_to, raw().tns_to); }
 
   Optional<std::string_view> icsi() const { return {has(tns__start_trigger_has_icsi), &raw().tns_icsi}; }
   [[nodiscard]] bool set_icsi(Context &context, std::string_view text) {
-    if (!detail::assign(context.get(), raw().tns_icsi, text, has(tns__start_trigger_has_icsi))) return false;
-    mark(tns__start_trigger_has_icsi);
-    return true;
+    return setOptional(context, tns__start_trigger_has_icsi, raw().tns_icsi, text);
   }
-  void clear_icsi(Context &context) {
-    if (has(tns__start_trigger_has_icsi)) detail::clear(context.get(), raw().tns_icsi);
-    unmark(tns__start_trigger_has_icsi);
-  }
+  void clear_icsi(Context &context) { clearOptional(context, tns__start_trigger_has_icsi, raw().tns_icsi); }
 
   Optional<std::string_view> iari() const { return {has(tns__start_trigger_has_iari), &raw().tns_iari}; }
   [[nodiscard]] bool set_iari(Context &context, std::string_view text) {
-    if (!detail::assign(context.get(), raw().tns_iari, text, has(tns__start_trigger_has_iari))) return false;
-    mark(tns__start_trigger_has_iari);
-    return true;
+    return setOptional(context, tns__start_trigger_has_iari, raw().tns_iari, text);
   }
-  void clear_iari(Context &context) {
-    if (has(tns__start_trigger_has_iari)) detail::clear(context.get(), raw().tns_iari);
-    unmark(tns__start_trigger_has_iari);
-  }
+  void clear_iari(Context &context) { clearOptional(context, tns__start_trigger_has_iari, raw().tns_iari); }
 
   Optional<std::string_view> method() const { return {has(tns__start_trigger_has_method), &raw().tns_method}; }
   [[nodiscard]] bool set_method(Context &context, std::string_view text) {
-    if (!detail::assign(context.get(), raw().tns_method, text, has(tns__start_trigger_has_method))) return false;
-    mark(tns__start_trigger_has_method);
-    return true;
+    return setOptional(context, tns__start_trigger_has_method, raw().tns_method, text);
   }
-  void clear_method(Context &context) {
-    if (has(tns__start_trigger_has_method)) detail::clear(context.get(), raw().tns_method);
-    unmark(tns__start_trigger_has_method);
-  }
+  void clear_method(Context &context) { clearOptional(context, tns__start_trigger_has_method, raw().tns_method); }
 
   Optional<std::string_view> time() const { return {has(tns__start_trigger_has_time), &raw().tns_time}; }
   [[nodiscard]] bool set_time(Context &context, std::string_view text) {
-    if (!detail::assign(context.get(), raw().tns_time, text, has(tns__start_trigger_has_time))) return false;
-    mark(tns__start_trigger_has_time);
-    return true;
+    return setOptional(context, tns__start_trigger_has_time, raw().tns_time, text);
   }
-  void clear_time(Context &context) {
-    if (has(tns__start_trigger_has_time)) detail::clear(context.get(), raw().tns_time);
-    unmark(tns__start_trigger_has_time);
-  }
+  void clear_time(Context &context) { clearOptional(context, tns__start_trigger_has_time, raw().tns_time); }
 
   Optional<std::span<const std::uint8_t>> debug_id() const { return {has(tns__start_trigger_has_debug_id), &raw().tns_debug_id}; }
   [[nodiscard]] bool set_debug_id(Context &context, std::span<const std::uint8_t> bytes) {
-    if (!detail::assign(context.get(), raw().tns_debug_id, bytes, has(tns__start_trigger_has_debug_id))) return false;
-    mark(tns__start_trigger_has_debug_id);
-    return true;
+    return setOptional(context, tns__start_trigger_has_debug_id, raw().tns_debug_id, bytes);
   }
-  void clear_debug_id(Context &context) {
-    if (has(tns__start_trigger_has_debug_id)) detail::clear(context.get(), raw().tns_debug_id);
-    unmark(tns__start_trigger_has_debug_id);
-  }
+  void clear_debug_id(Context &context) { clearOptional(context, tns__start_trigger_has_debug_id, raw().tns_debug_id); }
 };
 
 // tns__stop_trigger
@@ -140,25 +105,15 @@ public:
 
   Optional<std::string_view> time() const { return {has(tns__stop_trigger_has_time), &raw().tns_time}; }
   [[nodiscard]] bool set_time(Context &context, std::string_view text) {
-    if (!detail::assign(context.get(), raw().tns_time, text, has(tns__stop_trigger_has_time))) return false;
-    mark(tns__stop_trigger_has_time);
-    return true;
+    return setOptional(context, tns__stop_trigger_has_time, raw().tns_time, text);
   }
-  void clear_time(Context &context) {
-    if (has(tns__stop_trigger_has_time)) detail::clear(context.get(), raw().tns_time);
-    unmark(tns__stop_trigger_has_time);
-  }
+  void clear_time(Context &context) { clearOptional(context, tns__stop_trigger_has_time, raw().tns_time); }
 
   Optional<std::string_view> time_period() const { return {has(tns__stop_trigger_has_time_period), &raw().tns_time_period}; }
   [[nodiscard]] bool set_time_period(Context &context, std::string_view text) {
-    if (!detail::assign(context.get(), raw().tns_time_period, text, has(tns__stop_trigger_has_time_period))) return false;
-    mark(tns__stop_trigger_has_time_period);
-    return true;
+    return setOptional(context, tns__stop_trigger_has_time_period, raw().tns_time_period, text);
   }
-  void clear_time_period(Context &context) {
-    if (has(tns__stop_trigger_has_time_period)) detail::clear(context.get(), raw().tns_time_period);
-    unmark(tns__stop_trigger_has_time_period);
-  }
+  void clear_time_period(Context &context) { clearOptional(context, tns__stop_trigger_has_time_period, raw().tns_time_period); }
 
   Optional<imscodec::debugevent::reason> reason() const { return {has(tns__stop_trigger_has_reason), &raw().tns_reason}; }
   void set_reason(imscodec::debugevent::reason value) { raw().tns_reason = static_cast<std::uint16_t>(value); mark(tns__stop_trigger_has_reason); }
@@ -192,14 +147,9 @@ public:
 
   Optional<std::span<const std::uint8_t>> debug_id() const { return {has(tns__control_has_debug_id), &raw().tns_debug_id}; }
   [[nodiscard]] bool set_debug_id(Context &context, std::span<const std::uint8_t> bytes) {
-    if (!detail::assign(context.get(), raw().tns_debug_id, bytes, has(tns__control_has_debug_id))) return false;
-    mark(tns__control_has_debug_id);
-    return true;
+    return setOptional(context, tns__control_has_debug_id, raw().tns_debug_id, bytes);
   }
-  void clear_debug_id(Context &context) {
-    if (has(tns__control_has_debug_id)) detail::clear(context.get(), raw().tns_debug_id);
-    unmark(tns__control_has_debug_id);
-  }
+  void clear_debug_id(Context &context) { clearOptional(context, tns__control_has_debug_id, raw().tns_debug_id); }
 };
 
 // tns__session

@@ -126,14 +126,9 @@ public:
 
   Optional<std::string_view> display_name() const { return {has(tns_nameaddr_has_display_name), &raw().tns_display_name}; }
   [[nodiscard]] bool set_display_name(Context &context, std::string_view text) {
-    if (!detail::assign(context.get(), raw().tns_display_name, text, has(tns_nameaddr_has_display_name))) return false;
-    mark(tns_nameaddr_has_display_name);
-    return true;
+    return setOptional(context, tns_nameaddr_has_display_name, raw().tns_display_name, text);
   }
-  void clear_display_name(Context &context) {
-    if (has(tns_nameaddr_has_display_name)) detail::clear(context.get(), raw().tns_display_name);
-    unmark(tns_nameaddr_has_display_name);
-  }
+  void clear_display_name(Context &context) { clearOptional(context, tns_nameaddr_has_display_name, raw().tns_display_name); }
 
   List<NamespaceDeclaration> nsDecls() const { return List<NamespaceDeclaration>(raw().nsDecls.items); }
   [[nodiscard]] bool add_nsDecls(Context &context, std::optional<std::string_view> prefix, std::string_view uri) {
@@ -280,36 +275,21 @@ public:
 
   Optional<imscodec::dialoginfo::nameaddr> identity() const { return {has(tns_participant_has_identity), &raw().tns_identity}; }
   imscodec::dialoginfo::nameaddr make_identity(Context &context) {
-    if (!has(tns_participant_has_identity)) imscodec::dialoginfo::nameaddr::initialise(context.get(), &raw().tns_identity);
-    mark(tns_participant_has_identity);
-    return imscodec::dialoginfo::nameaddr(raw().tns_identity);
+    return makeOptional<imscodec::dialoginfo::nameaddr>(context, tns_participant_has_identity, raw().tns_identity);
   }
-  void clear_identity(Context &context) {
-    if (has(tns_participant_has_identity)) imscodec::dialoginfo::nameaddr::dispose(context.get(), &raw().tns_identity);
-    unmark(tns_participant_has_identity);
-  }
+  void clear_identity(Context &context) { disposeOptional<imscodec::dialoginfo::nameaddr>(context, tns_participant_has_identity, raw().tns_identity); }
 
   Optional<imscodec::dialoginfo::participant_target> target() const { return {has(tns_participant_has_target), &raw().tns_target}; }
   imscodec::dialoginfo::participant_target make_target(Context &context) {
-    if (!has(tns_participant_has_target)) imscodec::dialoginfo::participant_target::initialise(context.get(), &raw().tns_target);
-    mark(tns_participant_has_target);
-    return imscodec::dialoginfo::participant_target(raw().tns_target);
+    return makeOptional<imscodec::dialoginfo::participant_target>(context, tns_participant_has_target, raw().tns_target);
   }
-  void clear_target(Context &context) {
-    if (has(tns_participant_has_target)) imscodec::dialoginfo::participant_target::dispose(context.get(), &raw().tns_target);
-    unmark(tns_participant_has_target);
-  }
+  void clear_target(Context &context) { disposeOptional<imscodec::dialoginfo::participant_target>(context, tns_participant_has_target, raw().tns_target); }
 
   Optional<imscodec::dialoginfo::sessd> session_description() const { return {has(tns_participant_has_session_description), &raw().tns_session_description}; }
   imscodec::dialoginfo::sessd make_session_description(Context &context) {
-    if (!has(tns_participant_has_session_description)) imscodec::dialoginfo::sessd::initialise(context.get(), &raw().tns_session_description);
-    mark(tns_participant_has_session_description);
-    return imscodec::dialoginfo::sessd(raw().tns_session_description);
+    return makeOptional<imscodec::dialoginfo::sessd>(context, tns_participant_has_session_description, raw().tns_session_description);
   }
-  void clear_session_description(Context &context) {
-    if (has(tns_participant_has_session_description)) imscodec::dialoginfo::sessd::dispose(context.get(), &raw().tns_session_description);
-    unmark(tns_participant_has_session_description);
-  }
+  void clear_session_description(Context &context) { disposeOptional<imscodec::dialoginfo::sessd>(context, tns_participant_has_session_description, raw().tns_session_description); }
 
   Optional<std::uint32_t> cseq() const { return {has(tns_participant_has_cseq), &raw().tns_cseq}; }
   void set_cseq(std::uint32_t value) { raw().tns_cseq = value; mark(tns_participant_has_cseq); }
@@ -362,58 +342,33 @@ public:
 
   Optional<imscodec::dialoginfo::dialog_replaces> replaces() const { return {has(tns__dialog_has_replaces), &raw().tns_replaces}; }
   imscodec::dialoginfo::dialog_replaces make_replaces(Context &context) {
-    if (!has(tns__dialog_has_replaces)) imscodec::dialoginfo::dialog_replaces::initialise(context.get(), &raw().tns_replaces);
-    mark(tns__dialog_has_replaces);
-    return imscodec::dialoginfo::dialog_replaces(raw().tns_replaces);
+    return makeOptional<imscodec::dialoginfo::dialog_replaces>(context, tns__dialog_has_replaces, raw().tns_replaces);
   }
-  void clear_replaces(Context &context) {
-    if (has(tns__dialog_has_replaces)) imscodec::dialoginfo::dialog_replaces::dispose(context.get(), &raw().tns_replaces);
-    unmark(tns__dialog_has_replaces);
-  }
+  void clear_replaces(Context &context) { disposeOptional<imscodec::dialoginfo::dialog_replaces>(context, tns__dialog_has_replaces, raw().tns_replaces); }
 
   Optional<imscodec::dialoginfo::nameaddr> referred_by() const { return {has(tns__dialog_has_referred_by), &raw().tns_referred_by}; }
   imscodec::dialoginfo::nameaddr make_referred_by(Context &context) {
-    if (!has(tns__dialog_has_referred_by)) imscodec::dialoginfo::nameaddr::initialise(context.get(), &raw().tns_referred_by);
-    mark(tns__dialog_has_referred_by);
-    return imscodec::dialoginfo::nameaddr(raw().tns_referred_by);
+    return makeOptional<imscodec::dialoginfo::nameaddr>(context, tns__dialog_has_referred_by, raw().tns_referred_by);
   }
-  void clear_referred_by(Context &context) {
-    if (has(tns__dialog_has_referred_by)) imscodec::dialoginfo::nameaddr::dispose(context.get(), &raw().tns_referred_by);
-    unmark(tns__dialog_has_referred_by);
-  }
+  void clear_referred_by(Context &context) { disposeOptional<imscodec::dialoginfo::nameaddr>(context, tns__dialog_has_referred_by, raw().tns_referred_by); }
 
   Optional<imscodec::dialoginfo::dialog_route_set> route_set() const { return {has(tns__dialog_has_route_set), &raw().tns_route_set}; }
   imscodec::dialoginfo::dialog_route_set make_route_set(Context &context) {
-    if (!has(tns__dialog_has_route_set)) imscodec::dialoginfo::dialog_route_set::initialise(context.get(), &raw().tns_route_set);
-    mark(tns__dialog_has_route_set);
-    return imscodec::dialoginfo::dialog_route_set(raw().tns_route_set);
+    return makeOptional<imscodec::dialoginfo::dialog_route_set>(context, tns__dialog_has_route_set, raw().tns_route_set);
   }
-  void clear_route_set(Context &context) {
-    if (has(tns__dialog_has_route_set)) imscodec::dialoginfo::dialog_route_set::dispose(context.get(), &raw().tns_route_set);
-    unmark(tns__dialog_has_route_set);
-  }
+  void clear_route_set(Context &context) { disposeOptional<imscodec::dialoginfo::dialog_route_set>(context, tns__dialog_has_route_set, raw().tns_route_set); }
 
   Optional<imscodec::dialoginfo::participant> local() const { return {has(tns__dialog_has_local), &raw().tns_local}; }
   imscodec::dialoginfo::participant make_local(Context &context) {
-    if (!has(tns__dialog_has_local)) imscodec::dialoginfo::participant::initialise(context.get(), &raw().tns_local);
-    mark(tns__dialog_has_local);
-    return imscodec::dialoginfo::participant(raw().tns_local);
+    return makeOptional<imscodec::dialoginfo::participant>(context, tns__dialog_has_local, raw().tns_local);
   }
-  void clear_local(Context &context) {
-    if (has(tns__dialog_has_local)) imscodec::dialoginfo::participant::dispose(context.get(), &raw().tns_local);
-    unmark(tns__dialog_has_local);
-  }
+  void clear_local(Context &context) { disposeOptional<imscodec::dialoginfo::participant>(context, tns__dialog_has_local, raw().tns_local); }
 
   Optional<imscodec::dialoginfo::participant> remote() const { return {has(tns__dialog_has_remote), &raw().tns_remote}; }
   imscodec::dialoginfo::participant make_remote(Context &context) {
-    if (!has(tns__dialog_has_remote)) imscodec::dialoginfo::participant::initialise(context.get(), &raw().tns_remote);
-    mark(tns__dialog_has_remote);
-    return imscodec::dialoginfo::participant(raw().tns_remote);
+    return makeOptional<imscodec::dialoginfo::participant>(context, tns__dialog_has_remote, raw().tns_remote);
   }
-  void clear_remote(Context &context) {
-    if (has(tns__dialog_has_remote)) imscodec::dialoginfo::participant::dispose(context.get(), &raw().tns_remote);
-    unmark(tns__dialog_has_remote);
-  }
+  void clear_remote(Context &context) { disposeOptional<imscodec::dialoginfo::participant>(context, tns__dialog_has_remote, raw().tns_remote); }
 
   List<Foreign> anyElems() const { return List<Foreign>(raw().anyElems.items); }
   [[nodiscard]] bool add_anyElems(Context &context, std::string_view xml) {
@@ -427,36 +382,21 @@ public:
 
   Optional<std::string_view> call_id() const { return {has(tns__dialog_has_call_id), &raw().tns_call_id}; }
   [[nodiscard]] bool set_call_id(Context &context, std::string_view text) {
-    if (!detail::assign(context.get(), raw().tns_call_id, text, has(tns__dialog_has_call_id))) return false;
-    mark(tns__dialog_has_call_id);
-    return true;
+    return setOptional(context, tns__dialog_has_call_id, raw().tns_call_id, text);
   }
-  void clear_call_id(Context &context) {
-    if (has(tns__dialog_has_call_id)) detail::clear(context.get(), raw().tns_call_id);
-    unmark(tns__dialog_has_call_id);
-  }
+  void clear_call_id(Context &context) { clearOptional(context, tns__dialog_has_call_id, raw().tns_call_id); }
 
   Optional<std::string_view> local_tag() const { return {has(tns__dialog_has_local_tag), &raw().tns_local_tag}; }
   [[nodiscard]] bool set_local_tag(Context &context, std::string_view text) {
-    if (!detail::assign(context.get(), raw().tns_local_tag, text, has(tns__dialog_has_local_tag))) return false;
-    mark(tns__dialog_has_local_tag);
-    return true;
+    return setOptional(context, tns__dialog_has_local_tag, raw().tns_local_tag, text);
   }
-  void clear_local_tag(Context &context) {
-    if (has(tns__dialog_has_local_tag)) detail::clear(context.get(), raw().tns_local_tag);
-    unmark(tns__dialog_has_local_tag);
-  }
+  void clear_local_tag(Context &context) { clearOptional(context, tns__dialog_has_local_tag, raw().tns_local_tag); }
 
   Optional<std::string_view> remote_tag() const { return {has(tns__dialog_has_remote_tag), &raw().tns_remote_tag}; }
   [[nodiscard]] bool set_remote_tag(Context &context, std::string_view text) {
-    if (!detail::assign(context.get(), raw().tns_remote_tag, text, has(tns__dialog_has_remote_tag))) return false;
-    mark(tns__dialog_has_remote_tag);
-    return true;
+    return setOptional(context, tns__dialog_has_remote_tag, raw().tns_remote_tag, text);
   }
-  void clear_remote_tag(Context &context) {
-    if (has(tns__dialog_has_remote_tag)) detail::clear(context.get(), raw().tns_remote_tag);
-    unmark(tns__dialog_has_remote_tag);
-  }
+  void clear_remote_tag(Context &context) { clearOptional(context, tns__dialog_has_remote_tag, raw().tns_remote_tag); }
 
   Optional<imscodec::dialoginfo::dialog_direction> direction() const { return {has(tns__dialog_has_direction), &raw().tns_direction}; }
   void set_direction(imscodec::dialoginfo::dialog_direction value) { raw().tns_direction = static_cast<std::uint16_t>(value); mark(tns__dialog_has_direction); }

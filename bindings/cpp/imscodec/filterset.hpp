@@ -202,25 +202,15 @@ public:
 
   Optional<std::string_view> from() const { return {has(ChangedType_has_from), &raw().from}; }
   [[nodiscard]] bool set_from(Context &context, std::string_view text) {
-    if (!detail::assign(context.get(), raw().from, text, has(ChangedType_has_from))) return false;
-    mark(ChangedType_has_from);
-    return true;
+    return setOptional(context, ChangedType_has_from, raw().from, text);
   }
-  void clear_from(Context &context) {
-    if (has(ChangedType_has_from)) detail::clear(context.get(), raw().from);
-    unmark(ChangedType_has_from);
-  }
+  void clear_from(Context &context) { clearOptional(context, ChangedType_has_from, raw().from); }
 
   Optional<std::string_view> to() const { return {has(ChangedType_has_to), &raw().to}; }
   [[nodiscard]] bool set_to(Context &context, std::string_view text) {
-    if (!detail::assign(context.get(), raw().to, text, has(ChangedType_has_to))) return false;
-    mark(ChangedType_has_to);
-    return true;
+    return setOptional(context, ChangedType_has_to, raw().to, text);
   }
-  void clear_to(Context &context) {
-    if (has(ChangedType_has_to)) detail::clear(context.get(), raw().to);
-    unmark(ChangedType_has_to);
-  }
+  void clear_to(Context &context) { clearOptional(context, ChangedType_has_to, raw().to); }
 
   Optional<double> by() const { return {has(ChangedType_has_by), &raw().by}; }
   void set_by(double value) { raw().by = value; mark(ChangedType_has_by); }
@@ -299,14 +289,9 @@ public:
 
   Optional<imscodec::filterset::WhatType> what() const { return {has(FilterType_has_what), &raw().what}; }
   imscodec::filterset::WhatType make_what(Context &context) {
-    if (!has(FilterType_has_what)) imscodec::filterset::WhatType::initialise(context.get(), &raw().what);
-    mark(FilterType_has_what);
-    return imscodec::filterset::WhatType(raw().what);
+    return makeOptional<imscodec::filterset::WhatType>(context, FilterType_has_what, raw().what);
   }
-  void clear_what(Context &context) {
-    if (has(FilterType_has_what)) imscodec::filterset::WhatType::dispose(context.get(), &raw().what);
-    unmark(FilterType_has_what);
-  }
+  void clear_what(Context &context) { disposeOptional<imscodec::filterset::WhatType>(context, FilterType_has_what, raw().what); }
 
   List<imscodec::filterset::TriggerType> trigger() const { return List<imscodec::filterset::TriggerType>(raw().trigger); }
   [[nodiscard]] Optional<imscodec::filterset::TriggerType> add_trigger(Context &context) {
@@ -325,25 +310,15 @@ public:
 
   Optional<std::string_view> uri() const { return {has(FilterType_has_uri), &raw().uri}; }
   [[nodiscard]] bool set_uri(Context &context, std::string_view text) {
-    if (!detail::assign(context.get(), raw().uri, text, has(FilterType_has_uri))) return false;
-    mark(FilterType_has_uri);
-    return true;
+    return setOptional(context, FilterType_has_uri, raw().uri, text);
   }
-  void clear_uri(Context &context) {
-    if (has(FilterType_has_uri)) detail::clear(context.get(), raw().uri);
-    unmark(FilterType_has_uri);
-  }
+  void clear_uri(Context &context) { clearOptional(context, FilterType_has_uri, raw().uri); }
 
   Optional<std::string_view> domain() const { return {has(FilterType_has_domain), &raw().domain}; }
   [[nodiscard]] bool set_domain(Context &context, std::string_view text) {
-    if (!detail::assign(context.get(), raw().domain, text, has(FilterType_has_domain))) return false;
-    mark(FilterType_has_domain);
-    return true;
+    return setOptional(context, FilterType_has_domain, raw().domain, text);
   }
-  void clear_domain(Context &context) {
-    if (has(FilterType_has_domain)) detail::clear(context.get(), raw().domain);
-    unmark(FilterType_has_domain);
-  }
+  void clear_domain(Context &context) { clearOptional(context, FilterType_has_domain, raw().domain); }
 
   Optional<bool> remove_() const { return {has(FilterType_has_remove), &raw().remove_}; }
   void set_remove_(bool value) { raw().remove_ = value; mark(FilterType_has_remove); }
@@ -383,14 +358,9 @@ public:
 
   Optional<imscodec::filterset::NSBindings> ns_bindings() const { return {has(FilterSetType_has_ns_bindings), &raw().ns_bindings}; }
   imscodec::filterset::NSBindings make_ns_bindings(Context &context) {
-    if (!has(FilterSetType_has_ns_bindings)) imscodec::filterset::NSBindings::initialise(context.get(), &raw().ns_bindings);
-    mark(FilterSetType_has_ns_bindings);
-    return imscodec::filterset::NSBindings(raw().ns_bindings);
+    return makeOptional<imscodec::filterset::NSBindings>(context, FilterSetType_has_ns_bindings, raw().ns_bindings);
   }
-  void clear_ns_bindings(Context &context) {
-    if (has(FilterSetType_has_ns_bindings)) imscodec::filterset::NSBindings::dispose(context.get(), &raw().ns_bindings);
-    unmark(FilterSetType_has_ns_bindings);
-  }
+  void clear_ns_bindings(Context &context) { disposeOptional<imscodec::filterset::NSBindings>(context, FilterSetType_has_ns_bindings, raw().ns_bindings); }
 
   List<imscodec::filterset::FilterType> filter() const { return List<imscodec::filterset::FilterType>(raw().filter); }
   [[nodiscard]] Optional<imscodec::filterset::FilterType> add_filter(Context &context) {
@@ -399,14 +369,9 @@ public:
 
   Optional<std::string_view> package_() const { return {has(FilterSetType_has_package), &raw().package_}; }
   [[nodiscard]] bool set_package_(Context &context, std::string_view text) {
-    if (!detail::assign(context.get(), raw().package_, text, has(FilterSetType_has_package))) return false;
-    mark(FilterSetType_has_package);
-    return true;
+    return setOptional(context, FilterSetType_has_package, raw().package_, text);
   }
-  void clear_package_(Context &context) {
-    if (has(FilterSetType_has_package)) detail::clear(context.get(), raw().package_);
-    unmark(FilterSetType_has_package);
-  }
+  void clear_package_(Context &context) { clearOptional(context, FilterSetType_has_package, raw().package_); }
 
   List<Attribute> anyAttr() const { return List<Attribute>(raw()._anyAttr.items); }
   [[nodiscard]] bool add_anyAttr(Context &context, std::string_view name, std::string_view value) {

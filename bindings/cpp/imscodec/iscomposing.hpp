@@ -32,25 +32,15 @@ public:
 
   Optional<std::string_view> lastactive() const { return {has(tns__isComposing_has_lastactive), &raw().tns_lastactive}; }
   [[nodiscard]] bool set_lastactive(Context &context, std::string_view text) {
-    if (!detail::assign(context.get(), raw().tns_lastactive, text, has(tns__isComposing_has_lastactive))) return false;
-    mark(tns__isComposing_has_lastactive);
-    return true;
+    return setOptional(context, tns__isComposing_has_lastactive, raw().tns_lastactive, text);
   }
-  void clear_lastactive(Context &context) {
-    if (has(tns__isComposing_has_lastactive)) detail::clear(context.get(), raw().tns_lastactive);
-    unmark(tns__isComposing_has_lastactive);
-  }
+  void clear_lastactive(Context &context) { clearOptional(context, tns__isComposing_has_lastactive, raw().tns_lastactive); }
 
   Optional<std::string_view> contenttype() const { return {has(tns__isComposing_has_contenttype), &raw().tns_contenttype}; }
   [[nodiscard]] bool set_contenttype(Context &context, std::string_view text) {
-    if (!detail::assign(context.get(), raw().tns_contenttype, text, has(tns__isComposing_has_contenttype))) return false;
-    mark(tns__isComposing_has_contenttype);
-    return true;
+    return setOptional(context, tns__isComposing_has_contenttype, raw().tns_contenttype, text);
   }
-  void clear_contenttype(Context &context) {
-    if (has(tns__isComposing_has_contenttype)) detail::clear(context.get(), raw().tns_contenttype);
-    unmark(tns__isComposing_has_contenttype);
-  }
+  void clear_contenttype(Context &context) { clearOptional(context, tns__isComposing_has_contenttype, raw().tns_contenttype); }
 
   Optional<std::uint32_t> refresh() const { return {has(tns__isComposing_has_refresh), &raw().tns_refresh}; }
   void set_refresh(std::uint32_t value) { raw().tns_refresh = value; mark(tns__isComposing_has_refresh); }

@@ -204,47 +204,27 @@ public:
 
   Optional<imscodec::pocsettings::isbSettingType> isb_settings() const { return {has(entityType_has_isb_settings), &raw().isb_settings}; }
   imscodec::pocsettings::isbSettingType make_isb_settings(Context &context) {
-    if (!has(entityType_has_isb_settings)) imscodec::pocsettings::isbSettingType::initialise(context.get(), &raw().isb_settings);
-    mark(entityType_has_isb_settings);
-    return imscodec::pocsettings::isbSettingType(raw().isb_settings);
+    return makeOptional<imscodec::pocsettings::isbSettingType>(context, entityType_has_isb_settings, raw().isb_settings);
   }
-  void clear_isb_settings(Context &context) {
-    if (has(entityType_has_isb_settings)) imscodec::pocsettings::isbSettingType::dispose(context.get(), &raw().isb_settings);
-    unmark(entityType_has_isb_settings);
-  }
+  void clear_isb_settings(Context &context) { disposeOptional<imscodec::pocsettings::isbSettingType>(context, entityType_has_isb_settings, raw().isb_settings); }
 
   Optional<imscodec::pocsettings::amSettingType> am_settings() const { return {has(entityType_has_am_settings), &raw().am_settings}; }
   imscodec::pocsettings::amSettingType make_am_settings(Context &context) {
-    if (!has(entityType_has_am_settings)) imscodec::pocsettings::amSettingType::initialise(context.get(), &raw().am_settings);
-    mark(entityType_has_am_settings);
-    return imscodec::pocsettings::amSettingType(raw().am_settings);
+    return makeOptional<imscodec::pocsettings::amSettingType>(context, entityType_has_am_settings, raw().am_settings);
   }
-  void clear_am_settings(Context &context) {
-    if (has(entityType_has_am_settings)) imscodec::pocsettings::amSettingType::dispose(context.get(), &raw().am_settings);
-    unmark(entityType_has_am_settings);
-  }
+  void clear_am_settings(Context &context) { disposeOptional<imscodec::pocsettings::amSettingType>(context, entityType_has_am_settings, raw().am_settings); }
 
   Optional<imscodec::pocsettings::ipabSettingType> ipab_settings() const { return {has(entityType_has_ipab_settings), &raw().ipab_settings}; }
   imscodec::pocsettings::ipabSettingType make_ipab_settings(Context &context) {
-    if (!has(entityType_has_ipab_settings)) imscodec::pocsettings::ipabSettingType::initialise(context.get(), &raw().ipab_settings);
-    mark(entityType_has_ipab_settings);
-    return imscodec::pocsettings::ipabSettingType(raw().ipab_settings);
+    return makeOptional<imscodec::pocsettings::ipabSettingType>(context, entityType_has_ipab_settings, raw().ipab_settings);
   }
-  void clear_ipab_settings(Context &context) {
-    if (has(entityType_has_ipab_settings)) imscodec::pocsettings::ipabSettingType::dispose(context.get(), &raw().ipab_settings);
-    unmark(entityType_has_ipab_settings);
-  }
+  void clear_ipab_settings(Context &context) { disposeOptional<imscodec::pocsettings::ipabSettingType>(context, entityType_has_ipab_settings, raw().ipab_settings); }
 
   Optional<imscodec::pocsettings::sssSettingType> sss_settings() const { return {has(entityType_has_sss_settings), &raw().sss_settings}; }
   imscodec::pocsettings::sssSettingType make_sss_settings(Context &context) {
-    if (!has(entityType_has_sss_settings)) imscodec::pocsettings::sssSettingType::initialise(context.get(), &raw().sss_settings);
-    mark(entityType_has_sss_settings);
-    return imscodec::pocsettings::sssSettingType(raw().sss_settings);
+    return makeOptional<imscodec::pocsettings::sssSettingType>(context, entityType_has_sss_settings, raw().sss_settings);
   }
-  void clear_sss_settings(Context &context) {
-    if (has(entityType_has_sss_settings)) imscodec::pocsettings::sssSettingType::dispose(context.get(), &raw().sss_settings);
-    unmark(entityType_has_sss_settings);
-  }
+  void clear_sss_settings(Context &context) { disposeOptional<imscodec::pocsettings::sssSettingType>(context, entityType_has_sss_settings, raw().sss_settings); }
 
   List<Foreign> anyElems() const { return List<Foreign>(raw().anyElems.items); }
   [[nodiscard]] bool add_anyElems(Context &context, std::string_view xml) {

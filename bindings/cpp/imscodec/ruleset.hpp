@@ -24,14 +24,9 @@ public:
 
   Optional<Foreign> any() const { return {has(cp_oneType_has_any), &raw().cp__any}; }
   [[nodiscard]] bool set_any(Context &context, std::string_view xml) {
-    if (!detail::assign(context.get(), raw().cp__any, xml, has(cp_oneType_has_any))) return false;
-    mark(cp_oneType_has_any);
-    return true;
+    return setOptional(context, cp_oneType_has_any, raw().cp__any, xml);
   }
-  void clear_any(Context &context) {
-    if (has(cp_oneType_has_any)) detail::clear(context.get(), raw().cp__any);
-    unmark(cp_oneType_has_any);
-  }
+  void clear_any(Context &context) { clearOptional(context, cp_oneType_has_any, raw().cp__any); }
 
   std::string_view id() const { return textOf(raw().cp_id); }
   [[nodiscard]] bool set_id(Context &context, std::string_view text) {
@@ -61,25 +56,15 @@ public:
 
   Optional<std::string_view> domain() const { return {has(cp_exceptType_has_domain), &raw().cp_domain}; }
   [[nodiscard]] bool set_domain(Context &context, std::string_view text) {
-    if (!detail::assign(context.get(), raw().cp_domain, text, has(cp_exceptType_has_domain))) return false;
-    mark(cp_exceptType_has_domain);
-    return true;
+    return setOptional(context, cp_exceptType_has_domain, raw().cp_domain, text);
   }
-  void clear_domain(Context &context) {
-    if (has(cp_exceptType_has_domain)) detail::clear(context.get(), raw().cp_domain);
-    unmark(cp_exceptType_has_domain);
-  }
+  void clear_domain(Context &context) { clearOptional(context, cp_exceptType_has_domain, raw().cp_domain); }
 
   Optional<std::string_view> id() const { return {has(cp_exceptType_has_id), &raw().cp_id}; }
   [[nodiscard]] bool set_id(Context &context, std::string_view text) {
-    if (!detail::assign(context.get(), raw().cp_id, text, has(cp_exceptType_has_id))) return false;
-    mark(cp_exceptType_has_id);
-    return true;
+    return setOptional(context, cp_exceptType_has_id, raw().cp_id, text);
   }
-  void clear_id(Context &context) {
-    if (has(cp_exceptType_has_id)) detail::clear(context.get(), raw().cp_id);
-    unmark(cp_exceptType_has_id);
-  }
+  void clear_id(Context &context) { clearOptional(context, cp_exceptType_has_id, raw().cp_id); }
 };
 
 // cp_manyType_1
@@ -172,14 +157,9 @@ public:
 
   Optional<std::string_view> domain() const { return {has(cp_manyType_has_domain), &raw().cp_domain}; }
   [[nodiscard]] bool set_domain(Context &context, std::string_view text) {
-    if (!detail::assign(context.get(), raw().cp_domain, text, has(cp_manyType_has_domain))) return false;
-    mark(cp_manyType_has_domain);
-    return true;
+    return setOptional(context, cp_manyType_has_domain, raw().cp_domain, text);
   }
-  void clear_domain(Context &context) {
-    if (has(cp_manyType_has_domain)) detail::clear(context.get(), raw().cp_domain);
-    unmark(cp_manyType_has_domain);
-  }
+  void clear_domain(Context &context) { clearOptional(context, cp_manyType_has_domain, raw().cp_domain); }
 };
 
 // cp_identityType_1
@@ -476,36 +456,21 @@ public:
 
   Optional<imscodec::ruleset::conditionsType> conditions() const { return {has(cp_ruleType_has_conditions), &raw().cp_conditions}; }
   imscodec::ruleset::conditionsType make_conditions(Context &context) {
-    if (!has(cp_ruleType_has_conditions)) imscodec::ruleset::conditionsType::initialise(context.get(), &raw().cp_conditions);
-    mark(cp_ruleType_has_conditions);
-    return imscodec::ruleset::conditionsType(raw().cp_conditions);
+    return makeOptional<imscodec::ruleset::conditionsType>(context, cp_ruleType_has_conditions, raw().cp_conditions);
   }
-  void clear_conditions(Context &context) {
-    if (has(cp_ruleType_has_conditions)) imscodec::ruleset::conditionsType::dispose(context.get(), &raw().cp_conditions);
-    unmark(cp_ruleType_has_conditions);
-  }
+  void clear_conditions(Context &context) { disposeOptional<imscodec::ruleset::conditionsType>(context, cp_ruleType_has_conditions, raw().cp_conditions); }
 
   Optional<imscodec::ruleset::extensibleType> actions() const { return {has(cp_ruleType_has_actions), &raw().cp_actions}; }
   imscodec::ruleset::extensibleType make_actions(Context &context) {
-    if (!has(cp_ruleType_has_actions)) imscodec::ruleset::extensibleType::initialise(context.get(), &raw().cp_actions);
-    mark(cp_ruleType_has_actions);
-    return imscodec::ruleset::extensibleType(raw().cp_actions);
+    return makeOptional<imscodec::ruleset::extensibleType>(context, cp_ruleType_has_actions, raw().cp_actions);
   }
-  void clear_actions(Context &context) {
-    if (has(cp_ruleType_has_actions)) imscodec::ruleset::extensibleType::dispose(context.get(), &raw().cp_actions);
-    unmark(cp_ruleType_has_actions);
-  }
+  void clear_actions(Context &context) { disposeOptional<imscodec::ruleset::extensibleType>(context, cp_ruleType_has_actions, raw().cp_actions); }
 
   Optional<imscodec::ruleset::extensibleType> transformations() const { return {has(cp_ruleType_has_transformations), &raw().cp_transformations}; }
   imscodec::ruleset::extensibleType make_transformations(Context &context) {
-    if (!has(cp_ruleType_has_transformations)) imscodec::ruleset::extensibleType::initialise(context.get(), &raw().cp_transformations);
-    mark(cp_ruleType_has_transformations);
-    return imscodec::ruleset::extensibleType(raw().cp_transformations);
+    return makeOptional<imscodec::ruleset::extensibleType>(context, cp_ruleType_has_transformations, raw().cp_transformations);
   }
-  void clear_transformations(Context &context) {
-    if (has(cp_ruleType_has_transformations)) imscodec::ruleset::extensibleType::dispose(context.get(), &raw().cp_transformations);
-    unmark(cp_ruleType_has_transformations);
-  }
+  void clear_transformations(Context &context) { disposeOptional<imscodec::ruleset::extensibleType>(context, cp_ruleType_has_transformations, raw().cp_transformations); }
 
   std::string_view id() const { return textOf(raw().cp_id); }
   [[nodiscard]] bool set_id(Context &context, std::string_view text) {
